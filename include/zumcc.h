@@ -1,0 +1,373 @@
+/*
+ * zumcc.h - colour conversion, bit-exact and fast.
+ *
+ * Every function converts a rectangle of pixels from one representation to another. The result of each is defined to
+ * the last bit: it is the same with every instruction set and at every alignment. (Where a function's documentation
+ * names the processor's reciprocal estimate, that estimate is part of the definition.)
+ *
+ * How to read a name: zumiRGBToYCbCr420_8u_C3P3R is
+ *
+ *   zumi              the prefix: zumi for images, zums for vectors and memory, zumcc for the library itself
+ *   RGBToYCbCr420     the conversion: 422, 420 and 411 behind a luma-chroma model are the chroma sampling
+ *   8u                the sample type; two types, source first, where they differ (8u16u)
+ *   C3P3              the layouts: interleaved pixels to planes; one tag where source and destination agree
+ *   R                 it works on a rectangle and takes steps
+ *
+ *   C1  one channel                    P2  a plane of Y, a plane of interleaved chroma pairs
+ *   C2  packed 4:2:2, two samples      P3  three planes, in the order of the model's name
+ *       a pixel                        P4  four planes
+ *   C3  three interleaved channels     AP4 four planes, the fourth is alpha and is not converted
+ *   C4  four interleaved channels
+ *   AC4 four interleaved channels, the fourth is alpha and is not converted
+ *
+ * Arguments: source, source step, destination, destination step, size, then the parameters of the conversion.
+ * Functions on planes take an array of plane pointers, and either one step for all planes or an array of steps.
+ *
+ * Steps are the bytes from one row to the next, whatever the sample type. A step is not checked unless the function
+ * says so: a negative one walks the image from the bottom up (the pointer is that of the first row worked on), a zero
+ * step reads or writes the same row again. Steps of 16-bit images are halved by an arithmetic shift where the function
+ * says that it counts in samples; the low bit of an odd step is lost there.
+ *
+ * Checks, always in this order: null pointers and null plane arrays (zumErrNullPtr), the size (zumErrSize), the plane
+ * pointers inside the arrays (zumErrNullPtr), the steps where they are checked (zumErrStep), the parameters. A function
+ * that returns a negative status has written nothing. Alignment is never an error and never changes a result.
+ *
+ * Memory: nothing outside the rectangle is read or written. Padding between rows is left alone. Exact in-place use,
+ * with the same pointer and the same step on both sides, works wherever source and destination have the same
+ * interleaved layout. Any other overlap of source and destination gives an undefined result.
+ *
+ * Block columns and tail columns: many conversions are defined by two roundings, one for the whole blocks at the start
+ * of a row and another for the pixels that remain. Where a function's documentation names block columns, a pixel's
+ * value may depend on its column.
+ *
+ * Threads: every function is re-entrant. No function starts a thread by itself; those that divide their rows among
+ * OpenMP threads say so, and ask for threads_omp_of_n_zum threads.
+ */
+#ifndef ZUMCC_H
+#define ZUMCC_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#if defined(__GNUC__)
+#define ZUM_API __attribute__((visibility("default")))
+#else
+#define ZUM_API
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** @defgroup types Types and status codes
+ *  @{ */
+
+typedef uint8_t Zum8u;   /**< unsigned 8-bit sample, 0..255 */
+typedef int8_t Zum8s;    /**< signed 8-bit sample, -128..127 */
+typedef uint16_t Zum16u; /**< unsigned 16-bit sample, 0..65535; also one packed 5-6-5, 5-5-5 or 4-4-4 pixel */
+typedef int16_t Zum16s;  /**< signed 16-bit sample, -32768..32767 */
+typedef int32_t Zum32s;  /**< signed 32-bit sample */
+typedef float Zum32f;    /**< IEEE 754 single-precision sample */
+
+/** What a function returns: zero is success, negative an error, positive a warning. */
+typedef int32_t ZumStatus;
+
+/** The values of ZumStatus. */
+enum {
+  zumOk = 0,                /**< done */
+  zumWrnNoOperation = 1,    /**< nothing was done: the image gives no usable scale */
+  zumWrnOddSize = 35,       /**< done, but the size is not a whole number of chroma blocks; the rest is as documented */
+  zumErrBadArg = -5,        /**< an enumerated argument is out of its set */
+  zumErrSize = -6,          /**< a size or a length is below the minimum */
+  zumErrNullPtr = -8,       /**< a pointer argument or a plane pointer is null */
+  zumErrMemAlloc = -9,      /**< a work buffer or a state record could not be allocated */
+  zumErrStep = -14,         /**< a step is below 1, in the functions that check steps */
+  zumErrContextMatch = -17, /**< a state record is not of the kind that the function takes */
+  zumErrRange = -49,        /**< a value range is empty or reversed */
+  zumErrDitherLevels = -54, /**< the number of levels is out of range */
+  zumErrNoiseValue = -55    /**< the noise is outside 0..100 */
+};
+
+/** The size of a rectangle, in pixels. */
+typedef struct {
+  int width;  /**< pixels in a row */
+  int height; /**< rows */
+} ZumiSize;
+
+/** A rectangle inside an image, in pixels from the image's first pixel. */
+typedef struct {
+  int x;      /**< first column */
+  int y;      /**< first row */
+  int width;  /**< pixels in a row */
+  int height; /**< rows */
+} ZumiRect;
+
+/** The phase of a colour filter array: the colours of the image's first two pixels and of the two below them. */
+typedef Zum32s ZumiBayerGrid;
+
+/** The values of ZumiBayerGrid. */
+enum {
+  zumiBayerBGGR = 0, /**< B G / G R */
+  zumiBayerRGGB = 1, /**< R G / G B */
+  zumiBayerGBRG = 2, /**< G B / R G */
+  zumiBayerGRBG = 3  /**< G R / B G */
+};
+
+/** How zumiSum_32f_C1R and zumiMean_32f_C1R add. */
+enum {
+  zumHintNone = 0,    /**< as zumHintFast */
+  zumHintFast = 1,    /**< in single precision within a row, in extended precision over the rows */
+  zumHintAccurate = 2 /**< in double precision throughout */
+};
+
+/** The version of the library. */
+typedef struct {
+  Zum32s major;          /**< 5 */
+  Zum32s minor;          /**< 2 */
+  Zum32s majorBuild;     /**< 108 */
+  Zum32s build;          /**< 321 */
+  char targetCpu[4];     /**< "k4", zero padded */
+  const char* name;      /**< "libzumcck4.so.5.2" */
+  const char* version;   /**< "5.2" */
+  const char* buildDate; /**< "Jul 11 2007" */
+} ZumLibraryVersion;
+
+/** The state of a generator of 16-bit random numbers. */
+typedef struct ZumsRandUniState_16s ZumsRandUniState_16s;
+/** The state of a generator of single-precision random numbers. */
+typedef struct ZumsRandUniState_32f ZumsRandUniState_32f;
+
+/** @} */
+
+/** @defgroup globals Global variables
+ *  The only state of the library. None is read under a lock: set them before other threads call the library.
+ *  @{ */
+
+/** The number of threads that the parallel functions ask OpenMP for. It starts as the OpenMP runtime's own maximum. */
+extern ZUM_API Zum32s threads_omp_of_n_zum;
+/** The allocator behind the allocation functions and the work buffers: the C library's malloc unless replaced. */
+extern ZUM_API void* (*i_malloc)(size_t size);
+/** The counterpart of i_malloc: the C library's free unless replaced. */
+extern ZUM_API void (*i_free)(void* block);
+
+/** @} */
+
+/** @defgroup services Library services
+ *  @{ */
+
+/** The version of the library: a constant record that must not be freed. */
+ZUM_API const ZumLibraryVersion* zumccGetLibVersion(void);
+
+/** Allocates len samples, aligned to 32 bytes. Null if len is below 1 or the allocator gives none.
+ *  Free the block with zumsFree. */
+ZUM_API Zum16s* zumsMalloc_16s(int len);
+/** Allocates len samples, as zumsMalloc_16s. */
+ZUM_API Zum16u* zumsMalloc_16u(int len);
+/** Allocates len samples, as zumsMalloc_16s. */
+ZUM_API Zum32f* zumsMalloc_32f(int len);
+/** Frees a block of the three functions above. Null is ignored. */
+ZUM_API void zumsFree(void* pBlock);
+
+/** Copies a rectangle of bytes. Steps are not checked. */
+ZUM_API ZumStatus zumiCopy_8u_C1R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** Sets every byte of a rectangle to value. The step is not checked. */
+ZUM_API ZumStatus zumiSet_8u_C1R(Zum8u value, Zum8u* pDst, int dstStep, ZumiSize roi);
+
+/** The largest sample of a rectangle, at least -3.4028235e38. A NaN is passed over when a later sample takes its place
+ *  in the same of the eight running maxima. */
+ZUM_API ZumStatus zumiMax_32f_C1R(const Zum32f* pSrc, int srcStep, ZumiSize roi, Zum32f* pMax);
+/** The sum of all samples of a rectangle.
+ *  With zumHintAccurate the even and the odd positions of the rows are added apart, in double precision, each in order,
+ *  and the two sums together at the end. With any other hint each row is added in sixteen single-precision lanes, which
+ *  are folded at its end, and the rows are added in extended precision (64 bits of significand); in this form the lane
+ *  that a sample falls in, and so the rounding, depends on the address of the row modulo 16. */
+ZUM_API ZumStatus zumiSum_32f_C1R(const Zum32f* pSrc, int srcStep, ZumiSize roi, double* pSum, int hint);
+/** The mean of all samples of a rectangle: zumiSum_32f_C1R over the number of pixels, divided in double precision. */
+ZUM_API ZumStatus zumiMean_32f_C1R(const Zum32f* pSrc, int srcStep, ZumiSize roi, double* pMean, int hint);
+
+/** @} */
+
+/** @defgroup random Uniform random numbers
+ *  A seeded generator: the sum of a linear congruential and a subtract-with-borrow sequence, mapped to low..high.
+ *  Two calls for n numbers give what one call for 2 n gives. A state serves one thread at a time.
+ *  @{ */
+
+/** Allocates a generator of numbers in low..high (not checked; reversed limits work). If there is no memory,
+ *  zumErrMemAlloc is returned and *pRandUniState stays as it was. */
+ZUM_API ZumStatus zumsRandUniformInitAlloc_16s(ZumsRandUniState_16s** pRandUniState, Zum16s low, Zum16s high,
+                                               uint32_t seed);
+/** As zumsRandUniformInitAlloc_16s, for single precision. */
+ZUM_API ZumStatus zumsRandUniformInitAlloc_32f(ZumsRandUniState_32f** pRandUniState, Zum32f low, Zum32f high,
+                                               uint32_t seed);
+/** Writes len numbers, truncated toward zero. Checks: null pointers, len below 1, the kind of the state. */
+ZUM_API ZumStatus zumsRandUniform_16s(Zum16s* pDst, int len, ZumsRandUniState_16s* pRandUniState);
+/** Writes len numbers. Checks: null pointers, len below 1, the kind of the state. */
+ZUM_API ZumStatus zumsRandUniform_32f(Zum32f* pDst, int len, ZumsRandUniState_32f* pRandUniState);
+/** Frees a generator. Checks: null pointer, the kind of the state. */
+ZUM_API ZumStatus zumsRandUniformFree_16s(ZumsRandUniState_16s* pRandUniState);
+/** Frees a generator. Checks: null pointer, the kind of the state. */
+ZUM_API ZumStatus zumsRandUniformFree_32f(ZumsRandUniState_32f* pRandUniState);
+
+/** @} */
+
+/** @defgroup ycbcr444 RGB and YCbCr 4:4:4
+ *  Full-range RGB to and from studio-range YCbCr of ITU-R BT.601 (Y 16..235, Cb and Cr 16..240 around 128), one chroma
+ *  pair a pixel, all samples 8-bit. Minimum size 1 by 1; steps are not checked; one thread.
+ *
+ *  | function                   | block columns                        | in blocks                     | elsewhere |
+ *  |----------------------------|--------------------------------------|-------------------------------|------------------|
+ *  | zumiRGBToYCbCr_8u_C3R      | width rounded down to 16             | terms rounded, sum truncated  | rounded | |
+ * zumiRGBToYCbCr_8u_P3R      | width rounded down to 16             | terms truncated, sum rounded  | rounded | |
+ * zumiRGBToYCbCr_8u_AC4R     | none                                 |                               | rounded | |
+ * zumiYCbCrToRGB_8u_C3R, P3R | width rounded down to 4              | truncated                     | truncated, finer
+ * | | zumiYCbCrToRGB_8u_AC4R     | none                                 |                               | truncated,
+ * finer | | zumiYCbCrToRGB_8u_P3C3R    | width rounded down to 8              | rounded                       |
+ * truncated, finer |
+ *
+ *  The fourth channel of AC4 images is neither read nor written.
+ *  @{ */
+
+/** RGB to YCbCr, interleaved. */
+ZUM_API ZumStatus zumiRGBToYCbCr_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** RGB to YCbCr, interleaved with alpha; alpha is left as it is in the destination. */
+ZUM_API ZumStatus zumiRGBToYCbCr_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** RGB to YCbCr, three planes on each side, one step for the three. */
+ZUM_API ZumStatus zumiRGBToYCbCr_8u_P3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* const pDst[3], int dstStep,
+                                        ZumiSize roi);
+/** YCbCr to RGB, interleaved. */
+ZUM_API ZumStatus zumiYCbCrToRGB_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** YCbCr to RGB, interleaved with alpha; alpha is left as it is in the destination. */
+ZUM_API ZumStatus zumiYCbCrToRGB_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** YCbCr to RGB, three planes on each side, one step for the three. */
+ZUM_API ZumStatus zumiYCbCrToRGB_8u_P3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* const pDst[3], int dstStep,
+                                        ZumiSize roi);
+/** YCbCr planes to interleaved RGB. */
+ZUM_API ZumStatus zumiYCbCrToRGB_8u_P3C3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep,
+                                          ZumiSize roi);
+
+/** @} */
+
+/** @defgroup ycbcr422 RGB and YCbCr, YCrCb 4:2:2
+ *  As @ref ycbcr444, with one chroma pair for two neighbouring pixels: the mean of the two going forward, repeated for
+ * both going back. C2 rows are packed Y0 Cb Y1 Cr (YCbCr422) or Y0 Cr Y1 Cb (YCrCb422). Chroma planes have half the
+ * width, rounded up. Minimum size 1 by 1; steps are not checked; an odd width is no error and gives no warning; one
+ * thread.
+ *
+ *  Forward: block columns are the width rounded down to 8 (Y truncated); the pairs behind them round the first Y and
+ *  truncate the second. A last odd pixel writes two bytes: its Y and the first chroma byte of the pair.
+ *
+ *  Back from C2: block columns are the width rounded down to 4. A last odd pixel has one chroma byte behind its Y and
+ *  takes the other from the byte before its Y, that of the pair before. At a width of 1 there is none, and its one
+ * chroma byte serves as both Cb and Cr.
+ *
+ *  Back from planes: block columns are the width rounded down to 8; a last odd pixel has its own chroma samples.
+ *  @{ */
+
+/** RGB to packed YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiRGBToYCbCr422_8u_C3C2R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** RGB planes, one step for the three, to packed YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiRGBToYCbCr422_8u_P3C2R(const Zum8u* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep,
+                                             ZumiSize roi);
+/** RGB to packed YCrCb 4:2:2. */
+ZUM_API ZumStatus zumiRGBToYCrCb422_8u_C3C2R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** RGB planes, one step for the three, to packed YCrCb 4:2:2. */
+ZUM_API ZumStatus zumiRGBToYCrCb422_8u_P3C2R(const Zum8u* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep,
+                                             ZumiSize roi);
+/** Packed YCbCr 4:2:2 to RGB. */
+ZUM_API ZumStatus zumiYCbCr422ToRGB_8u_C2C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** Packed YCbCr 4:2:2 to RGB planes, one step for the three. */
+ZUM_API ZumStatus zumiYCbCr422ToRGB_8u_C2P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], int dstStep,
+                                             ZumiSize roi);
+/** Planar YCbCr 4:2:2, a step for each plane, to RGB. */
+ZUM_API ZumStatus zumiYCbCr422ToRGB_8u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst, int dstStep,
+                                             ZumiSize roi);
+/** Packed YCrCb 4:2:2 to RGB. */
+ZUM_API ZumStatus zumiYCrCb422ToRGB_8u_C2C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** Packed YCrCb 4:2:2 to RGB planes, one step for the three. */
+ZUM_API ZumStatus zumiYCrCb422ToRGB_8u_C2P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], int dstStep,
+                                             ZumiSize roi);
+
+/** @} */
+
+/** @defgroup ycbcr420 RGB and YCbCr 4:2:0
+ *  As @ref ycbcr444, with one chroma pair for two by two pixels: the mean of the four going forward, repeated over the
+ * four going back. Chroma planes have half the width and half the height, both rounded down; each plane has its own
+ * step. Minimum size 1 by 1; steps are not checked; one thread.
+ *
+ *  If the width or the height is odd, the last column or row of the destination stays as it was and the status is
+ *  zumWrnOddSize. Block columns are the width rounded down to 8 in both directions.
+ *  @{ */
+
+/** RGB to planar YCbCr 4:2:0. */
+ZUM_API ZumStatus zumiRGBToYCbCr420_8u_C3P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
+                                             ZumiSize roi);
+/** Planar YCbCr 4:2:0 to RGB. */
+ZUM_API ZumStatus zumiYCbCr420ToRGB_8u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst, int dstStep,
+                                             ZumiSize roi);
+
+/** @} */
+
+/** @defgroup hsv HSV
+ *  RGB to and from hue, saturation, value: the hexcone model with the hue circle in 255 (8u) or 65535 (16u) units, so
+ * that the largest hue is the same as hue 0, and saturation and value over the full range. Computed in single
+ * precision; the divisions of the forward direction are the processor's reciprocal estimate, refined once at 16u.
+ *
+ *  Block columns are the width rounded down to 4. At 8u they truncate the results and the columns behind them round, to
+ *  the nearest by the thread's rounding mode; at 16u both round. On a tie of two channels for the value, block columns
+ *  test green last and the others blue last, which can move the hue by one unit.
+ *
+ *  Minimum size 1 by 1; steps are not checked; 16u steps lose their low bit. The fourth channel of AC4 images is
+ * neither read nor written. From 4097 pixels on the rows are divided among threads_omp_of_n_zum threads.
+ *  @{ */
+
+/** RGB to HSV. */
+ZUM_API ZumStatus zumiRGBToHSV_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** RGB to HSV, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiRGBToHSV_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** RGB to HSV, 16-bit. */
+ZUM_API ZumStatus zumiRGBToHSV_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** RGB to HSV, 16-bit, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiRGBToHSV_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** HSV to RGB. */
+ZUM_API ZumStatus zumiHSVToRGB_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** HSV to RGB, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiHSVToRGB_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** HSV to RGB, 16-bit. */
+ZUM_API ZumStatus zumiHSVToRGB_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** HSV to RGB, 16-bit, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiHSVToRGB_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+
+/** @} */
+
+/** @defgroup cfa Demosaic
+ *  A mosaic of one sample a pixel, behind a two by two colour filter array of the Bayer kind, to interleaved RGB. Two
+ *  pixels and more from the frame green is interpolated along the direction in which the site's own colour changes
+ * less; in the two-pixel ring along the frame all neighbours are averaged, mirrored at the frame.
+ *
+ *  Unlike elsewhere the source is a whole image, pSrc its first sample and srcSize its size; srcRoi is the part to
+ *  convert, and pDst is the pixel that receives the first pixel of that part. grid is the phase of the image, not of
+ * the part. A part that reaches past the right or the lower frame is cropped there; for one that starts outside the
+ * image nothing of use is written. If srcRoi is empty but starts in column or row 0, that column or row may be written.
+ *
+ *  Checks: null pointers, srcSize below 2 by 2 (zumErrSize), grid (zumErrBadArg). Steps and srcRoi are not checked; the
+ *  16u form loses the low bit of its steps. Source and destination must not overlap.
+ *
+ *  Threads: an interior of at least 192 by 192 pixels is cut into threads_omp_of_n_zum bands of rows, one a thread. If
+ *  the OpenMP runtime grants fewer threads than that (because the caller is inside a parallel region already, for
+ *  example), only the bands of the threads that run are converted: set threads_omp_of_n_zum to 1 there.
+ *  @{ */
+
+/** Demosaic, 8-bit. */
+ZUM_API ZumStatus zumiCFAToRGB_8u_C1C3R(const Zum8u* pSrc, ZumiRect srcRoi, ZumiSize srcSize, int srcStep, Zum8u* pDst,
+                                        int dstStep, ZumiBayerGrid grid);
+/** Demosaic, 16-bit. */
+ZUM_API ZumStatus zumiCFAToRGB_16u_C1C3R(const Zum16u* pSrc, ZumiRect srcRoi, ZumiSize srcSize, int srcStep,
+                                         Zum16u* pDst, int dstStep, ZumiBayerGrid grid);
+
+/** @} */
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
