@@ -1,0 +1,69 @@
+// Image arguments as the caller gave them, and the checks that every function makes of them.
+#ifndef ZUM_FRAME_ARGUMENTS_H
+#define ZUM_FRAME_ARGUMENTS_H
+
+#include "frame/rows.h"
+
+namespace zum {
+
+// One image of interleaved pixels.
+template <class T>
+struct Pixels {
+  T* base;
+  int step;
+
+  bool missing() const { return !base; }
+  bool planeMissing() const { return false; }
+  Rows<T> rows() const { return {base, step}; }
+};
+
+template <class T>
+Pixels(T*, int) -> Pixels<T>;
+
+// An array of n planes, with one step for all or an array of steps.
+template <class T, std::size_t n, class Step>
+struct Planes {
+  T* const* base;
+  Step step;
+
+  bool missing() const { return !base; }
+
+  bool planeMissing() const {
+    for (std::size_t i = 0; i < n; ++i) {
+      if (!base[i]) return true;
+    }
+    return false;
+  }
+
+  PlaneRows<T, n> rows() const {
+    PlaneRows<T, n> result;
+    for (std::size_t i = 0; i < n; ++i) result.plane[i] = {base[i], stepOf(step, i)};
+    return result;
+  }
+
+ private:
+  static int stepOf(int shared, std::size_t) { return shared; }
+  static int stepOf(const int* steps, std::size_t i) { return steps[i]; }
+};
+
+template <class T, class Step>
+Planes<T, 3, Step> planes3(T* const* base, Step step) {
+  return {base, step};
+}
+
+inline bool below(ZumiSize size, ZumiSize minimum) {
+  return size.width < minimum.width || size.height < minimum.height;
+}
+
+// The checks in their order: the arguments themselves, the size, the planes inside the arguments.
+template <class Src, class Dst>
+ZumStatus check(const Src& src, const Dst& dst, ZumiSize roi, ZumiSize minimum = {1, 1}) {
+  if (src.missing() || dst.missing()) return zumErrNullPtr;
+  if (below(roi, minimum)) return zumErrSize;
+  if (src.planeMissing() || dst.planeMissing()) return zumErrNullPtr;
+  return zumOk;
+}
+
+}  // namespace zum
+
+#endif

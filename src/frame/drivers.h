@@ -1,0 +1,96 @@
+// The walks over rows. A driver knows no arithmetic and no layout; a row kernel knows no step and no height.
+#ifndef ZUM_FRAME_DRIVERS_H
+#define ZUM_FRAME_DRIVERS_H
+
+#include <cstdint>
+
+#include "frame/arguments.h"
+#include "frame/platform.h"
+
+// The kernel of the best instruction set of this machine, as a plain function pointer. For use behind HWY_EXPORT.
+#define ZUM_KERNEL(name) (&HWY_DYNAMIC_DISPATCH(name))
+
+namespace zum {
+
+// Rows one after the other, in the caller's thread.
+template <class Kernel, class Src, class Dst>
+void serialRows(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) {
+  for (int r = 0; r < roi.height; ++r) kernel(src.row(r), dst.row(r), roi.width);
+}
+
+// Row pairs, for 4:2:0: the kernel gets two luma rows, their chroma rows and the number of pixel pairs. A last odd row
+// or column is not touched.
+template <class Kernel, class Src, class Dst>
+void serialRowPairs(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) {
+  for (int p = 0; p < roi.height / 2; ++p) kernel(rowPair(src, p), rowPair(dst, p), roi.width / 2);
+}
+
+// Rows divided among threads in contiguous bands. The result does not depend on their number.
+template <class Kernel, class Src, class Dst>
+void parallelRows(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) {
+#pragma omp parallel for schedule(static) num_threads(requestedThreads())
+  for (int r = 0; r < roi.height; ++r) kernel(src.row(r), dst.row(r), roi.width);
+}
+
+// The smallest number of pixels for which parallelRowsFromThreshold asks for threads.
+constexpr std::int32_t kParallelPixels = 4097;
+
+// Serial below the threshold. The product is a wrapping 32-bit one: a size whose product is negative runs serially.
+template <class Kernel, class Src, class Dst>
+void parallelRowsFromThreshold(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) {
+  const auto pixels =
+      static_cast<std::int32_t>(static_cast<std::uint32_t>(roi.width) * static_cast<std::uint32_t>(roi.height));
+  if (pixels < kParallelPixels) {
+    serialRows(kernel, src, dst, roi);
+  } else {
+    parallelRows(kernel, src, dst, roi);
+  }
+}
+
+// The smallest width and height that slicedRegion cuts into bands.
+constexpr int kSlicedSide = 192;
+
+// Bands cut by hand: thread t of the n that are asked for calls band(first row, rows) for its n-th of the rows, the
+// last one with the remainder. If the runtime grants fewer threads, the bands of the missing ones are not done.
+template <class Band>
+void slicedRegion(int width, int height, const Band& band) {
+  const int threads = threads_omp_of_n_zum;
+  if (threads <= 1 || width < kSlicedSide || height < kSlicedSide) {
+    band(0, height);
+    return;
+  }
+  const int rows = height / threads;
+#pragma omp parallel num_threads(threads)
+  {
+    const int t = threadNumber();
+    band(t * rows, t == threads - 1 ? rows + height % threads : rows);
+  }
+}
+
+// What most exported functions are: the checks, a serial walk, done.
+template <class Kernel, class Src, class Dst>
+ZumStatus convertRows(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) {
+  if (const ZumStatus status = check(src, dst, roi)) return status;
+  serialRows(kernel, src.rows(), dst.rows(), roi);
+  return zumOk;
+}
+
+// The same for 4:2:0, with the warning for sizes that are not whole blocks.
+template <class Kernel, class Src, class Dst>
+ZumStatus convertRowPairs(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) {
+  if (const ZumStatus status = check(src, dst, roi)) return status;
+  serialRowPairs(kernel, src.rows(), dst.rows(), roi);
+  return roi.width % 2 || roi.height % 2 ? zumWrnOddSize : zumOk;
+}
+
+// The same with rows divided among threads.
+template <class Kernel, class Src, class Dst>
+ZumStatus convertRowsInParallel(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) {
+  if (const ZumStatus status = check(src, dst, roi)) return status;
+  parallelRowsFromThreshold(kernel, src.rows(), dst.rows(), roi);
+  return zumOk;
+}
+
+}  // namespace zum
+
+#endif

@@ -1,0 +1,272 @@
+// The layouts: how a vector of pixels comes from and goes to memory. Every layout has
+//
+//   kPixels                  the pixels that one load or store takes
+//   at(row, x)               a row handle, moved on to pixel x
+//   load(row), store(v, row) kPixels pixels, at a row handle
+//   Local                    room for kPixels pixels, with row(), copyIn(row, n) and copyOut(row, n), for the end of a
+//   row
+//
+// A row handle is a pointer, or an array of them for planes.
+#if defined(ZUM_FRAME_LAYOUTS_INL_H) == defined(HWY_TARGET_TOGGLE)
+#ifdef ZUM_FRAME_LAYOUTS_INL_H
+#undef ZUM_FRAME_LAYOUTS_INL_H
+#else
+#define ZUM_FRAME_LAYOUTS_INL_H
+#endif
+
+#include "frame/rows.h"
+#include "frame/vectors-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace zum {
+namespace HWY_NAMESPACE {
+
+// ---- Memory
+
+// Pixels of `samples` interleaved samples, vectors of `pixels`.
+template <class T, std::size_t samples, std::size_t pixels>
+struct Interleaved {
+  static constexpr std::size_t kPixels = pixels;
+
+  static const T* at(const T* row, std::size_t x) { return row + samples * x; }
+  static T* at(T* row, std::size_t x) { return row + samples * x; }
+
+  class Local {
+   public:
+    T* row() { return buffer_; }
+    void copyIn(const T* from, std::size_t n) { zum::HWY_NAMESPACE::copyIn<kBytes>(buffer_, from, n * kPixelBytes); }
+    void copyOut(T* to, std::size_t n) const { zum::HWY_NAMESPACE::copyOut<kBytes>(to, buffer_, n * kPixelBytes); }
+
+   private:
+    static constexpr std::size_t kPixelBytes = samples * sizeof(T);
+    static constexpr std::size_t kBytes = pixels * kPixelBytes;
+    alignas(HWY_MAX_BYTES) T buffer_[pixels * samples];
+  };
+};
+
+// Samples in n planes, vectors of `pixels`.
+template <class T, std::size_t n, std::size_t pixels>
+struct Planar {
+  static constexpr std::size_t kPixels = pixels;
+
+  template <class Sample>
+  static PlaneRow<Sample, n> at(PlaneRow<Sample, n> row, std::size_t x) {
+    for (auto& plane : row) plane += x;
+    return row;
+  }
+
+  class Local {
+   public:
+    PlaneRow<T, n> row() {
+      PlaneRow<T, n> result;
+      for (std::size_t i = 0; i < n; ++i) result[i] = planes_[i].row();
+      return result;
+    }
+    void copyIn(const PlaneRow<const T, n>& from, std::size_t count) {
+      for (std::size_t i = 0; i < n; ++i) planes_[i].copyIn(from[i], count);
+    }
+    void copyOut(const PlaneRow<T, n>& to, std::size_t count) const {
+      for (std::size_t i = 0; i < n; ++i) planes_[i].copyOut(to[i], count);
+    }
+
+   private:
+    typename Interleaved<T, 1, pixels>::Local planes_[n];
+  };
+};
+
+// ---- Three interleaved channels
+//
+// Three consecutive pieces of memory, of a length that leaves 1 or 2 when divided by 3, hold the samples of a channel
+// in places that never coincide: two blends bring them into one vector, and one shuffle into order. A piece is a
+// 128-bit block, and the pieces of all blocks are worked on side by side; with VBMI it is a whole vector.
+
+#if HWY_TARGET <= HWY_AVX3_DL
+constexpr std::size_t kPieceBytes = 64;
+#else
+constexpr std::size_t kPieceBytes = 16;
+#endif
+
+template <class T>
+struct Weave3 {
+  static constexpr std::size_t kSize = sizeof(T);
+  static constexpr std::size_t kSamples = kPieceBytes / kSize;
+
+  struct Bytes {
+    alignas(kPieceBytes) std::uint8_t at[kPieceBytes];
+  };
+
+  // Which channel the sample at place i of piece p belongs to, and which pixel.
+  static constexpr std::size_t channelAt(std::size_t p, std::size_t i) { return (p * kSamples + i) % 3; }
+
+  // The places of piece p that hold a channel, as a byte mask.
+  static constexpr Bytes placesOf(std::size_t channel, std::size_t p) {
+    Bytes mask{};
+    for (std::size_t b = 0; b < kPieceBytes; ++b) mask.at[b] = channelAt(p, b / kSize) == channel ? 0xFF : 0;
+    return mask;
+  }
+  // For each pixel, the place of its sample of a channel.
+  static constexpr Bytes gather(std::size_t channel) {
+    Bytes index{};
+    for (std::size_t b = 0; b < kPieceBytes; ++b) {
+      index.at[b] = static_cast<std::uint8_t>((3 * (b / kSize) + channel) % kSamples * kSize + b % kSize);
+    }
+    return index;
+  }
+  // For each place that holds a channel in some piece, the pixel of the sample.
+  static constexpr Bytes scatter(std::size_t channel) {
+    Bytes index{};
+    for (std::size_t b = 0; b < kPieceBytes; ++b) {
+      for (std::size_t p = 0; p < 3; ++p) {
+        if (channelAt(p, b / kSize) == channel) {
+          index.at[b] = static_cast<std::uint8_t>((p * kSamples + b / kSize) / 3 * kSize + b % kSize);
+        }
+      }
+    }
+    return index;
+  }
+};
+
+// Bytes of a piece moved to the places that a table of the piece's length tells.
+template <class Table>
+HWY_INLINE VU8 shuffle(VU8 v, const Table& table) {
+#if HWY_TARGET <= HWY_AVX3_DL
+  return VU8{_mm512_permutexvar_epi8(_mm512_load_si512(table.at), v.raw)};
+#else
+  return hn::TableLookupBytes(v, hn::LoadDup128(Tag<std::uint8_t>(), table.at));
+#endif
+}
+
+// v0, v1 or v2, whichever of the masks is set.
+template <class Table>
+HWY_INLINE VU8 select(VU8 v0, VU8 v1, VU8 v2, const Table& mask1, const Table& mask2) {
+  const Tag<std::uint8_t> d;
+#if HWY_TARGET <= HWY_AVX3_DL
+  const auto is1 = hn::MaskFromVec(hn::Load(d, mask1.at)), is2 = hn::MaskFromVec(hn::Load(d, mask2.at));
+#else
+  const auto is1 = hn::MaskFromVec(hn::LoadDup128(d, mask1.at)), is2 = hn::MaskFromVec(hn::LoadDup128(d, mask2.at));
+#endif
+  return hn::IfThenElse(is2, v2, hn::IfThenElse(is1, v1, v0));
+}
+
+// Three vectors of consecutive pieces: piece p of block b is block b of vector p.
+HWY_INLINE void loadPieces(const std::uint8_t* p, VU8& v0, VU8& v1, VU8& v2) {
+  const Tag<std::uint8_t> d;
+#if HWY_TARGET == HWY_AVX2
+  const hn::Half<Tag<std::uint8_t>> half;
+  v0 = hn::Combine(d, hn::LoadU(half, p + 48), hn::LoadU(half, p));
+  v1 = hn::Combine(d, hn::LoadU(half, p + 64), hn::LoadU(half, p + 16));
+  v2 = hn::Combine(d, hn::LoadU(half, p + 80), hn::LoadU(half, p + 32));
+#else
+  v0 = hn::LoadU(d, p);
+  v1 = hn::LoadU(d, p + kPieceBytes);
+  v2 = hn::LoadU(d, p + 2 * kPieceBytes);
+#endif
+}
+
+HWY_INLINE void storePieces(VU8 v0, VU8 v1, VU8 v2, std::uint8_t* p) {
+  const Tag<std::uint8_t> d;
+#if HWY_TARGET == HWY_AVX2
+  hn::StoreU(hn::ConcatLowerLower(d, v1, v0), d, p);
+  hn::StoreU(hn::ConcatUpperLower(d, v0, v2), d, p + 32);
+  hn::StoreU(hn::ConcatUpperUpper(d, v2, v1), d, p + 64);
+#else
+  hn::StoreU(v0, d, p);
+  hn::StoreU(v1, d, p + kPieceBytes);
+  hn::StoreU(v2, d, p + 2 * kPieceBytes);
+#endif
+}
+
+template <class T>
+struct Packed3 : Interleaved<T, 3, kLanes<T>> {
+  static HWY_INLINE Channels<Vec<T>> load(const T* row) {
+    VU8 v0, v1, v2;
+    loadPieces(reinterpret_cast<const std::uint8_t*>(row), v0, v1, v2);
+    return {channel<0>(v0, v1, v2), channel<1>(v0, v1, v2), channel<2>(v0, v1, v2)};
+  }
+
+  static HWY_INLINE void store(const Channels<Vec<T>>& v, T* row) {
+    const VU8 x0 = spread<0>(v.c0), x1 = spread<1>(v.c1), x2 = spread<2>(v.c2);
+    storePieces(piece<0>(x0, x1, x2), piece<1>(x0, x1, x2), piece<2>(x0, x1, x2), reinterpret_cast<std::uint8_t*>(row));
+  }
+
+ private:
+  using Weave = Weave3<T>;
+
+  template <std::size_t c>
+  static HWY_INLINE Vec<T> channel(VU8 v0, VU8 v1, VU8 v2) {
+    static constexpr typename Weave::Bytes kIn1 = Weave::placesOf(c, 1), kIn2 = Weave::placesOf(c, 2),
+                                           kGather = Weave::gather(c);
+    return hn::BitCast(Tag<T>(), shuffle(select(v0, v1, v2, kIn1, kIn2), kGather));
+  }
+
+  template <std::size_t c>
+  static HWY_INLINE VU8 spread(Vec<T> v) {
+    static constexpr typename Weave::Bytes kScatter = Weave::scatter(c);
+    return shuffle(hn::BitCast(Tag<std::uint8_t>(), v), kScatter);
+  }
+
+  template <std::size_t p>
+  static HWY_INLINE VU8 piece(VU8 x0, VU8 x1, VU8 x2) {
+    static constexpr typename Weave::Bytes kOf1 = Weave::placesOf(1, p), kOf2 = Weave::placesOf(2, p);
+    return select(x0, x1, x2, kOf1, kOf2);
+  }
+};
+
+// ---- Three planes
+
+template <class T>
+struct Planes3 : Planar<T, 3, kLanes<T>> {
+  template <class Sample>
+  static HWY_INLINE Channels<Vec<T>> load(const PlaneRow<Sample, 3>& row) {
+    const Tag<T> d;
+    return {hn::LoadU(d, row[0]), hn::LoadU(d, row[1]), hn::LoadU(d, row[2])};
+  }
+
+  static HWY_INLINE void store(const Channels<Vec<T>>& v, const PlaneRow<T, 3>& row) {
+    const Tag<T> d;
+    hn::StoreU(v.c0, d, row[0]);
+    hn::StoreU(v.c1, d, row[1]);
+    hn::StoreU(v.c2, d, row[2]);
+  }
+};
+
+// ---- Bytes, a pixel in each 32-bit lane
+
+// Three channels and alpha. What is stored has nothing in the place of alpha, which stays as it is in memory.
+struct PackedA4 : Interleaved<std::uint8_t, 4, kLanes<std::uint32_t>> {
+  static constexpr std::uint32_t kAlpha = 0xFF000000;
+
+  static HWY_INLINE VU32 load(const std::uint8_t* row) {
+    return hn::BitCast(Tag<std::uint32_t>(), hn::LoadU(Tag<std::uint8_t>(), row));
+  }
+
+  static HWY_INLINE void store(VU32 v, std::uint8_t* row) {
+    const VU32 merged = hn::Or(v, hn::And(load(row), all(kAlpha)));
+    hn::StoreU(hn::BitCast(Tag<std::uint8_t>(), merged), Tag<std::uint8_t>(), row);
+  }
+};
+
+// ---- Columns of a row
+
+// Converts columns begin to end by one form: whole vectors from and to memory, the remainder through a local copy.
+// What a store leaves alone, it leaves alone there too, so the copy starts as what the destination holds.
+template <class Src, class Form, class Dst, class SrcRow, class DstRow>
+HWY_INLINE void columns(const SrcRow& src, const DstRow& dst, std::size_t begin, std::size_t end) {
+  static_assert(Src::kPixels == Dst::kPixels, "source and destination go in step");
+  std::size_t x = begin;
+  for (; x + Src::kPixels <= end; x += Src::kPixels)
+    Dst::store(Form::apply(Src::load(Src::at(src, x))), Dst::at(dst, x));
+  if (x < end) {
+    typename Src::Local in;
+    typename Dst::Local out;
+    in.copyIn(Src::at(src, x), end - x);
+    Dst::store(Form::apply(Src::load(in.row())), out.row());
+    out.copyOut(Dst::at(dst, x), end - x);
+  }
+}
+
+}  // namespace HWY_NAMESPACE
+}  // namespace zum
+HWY_AFTER_NAMESPACE();
+
+#endif

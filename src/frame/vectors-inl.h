@@ -1,0 +1,161 @@
+// The vector vocabulary: what Highway does not say, or says in an order that costs a shuffle. Included once for each
+// instruction set. Blocks are the 128-bit parts of a vector; "in blocks" means that nothing crosses them.
+#if defined(ZUM_FRAME_VECTORS_INL_H) == defined(HWY_TARGET_TOGGLE)
+#ifdef ZUM_FRAME_VECTORS_INL_H
+#undef ZUM_FRAME_VECTORS_INL_H
+#else
+#define ZUM_FRAME_VECTORS_INL_H
+#endif
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include "hwy/highway.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace zum {
+namespace HWY_NAMESPACE {
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+template <class T>
+using Tag = hn::ScalableTag<T>;
+template <class T>
+using Vec = hn::Vec<Tag<T>>;
+template <class T>
+constexpr std::size_t kLanes = HWY_MAX_BYTES / sizeof(T);
+
+using VU8 = Vec<std::uint8_t>;
+using VI16 = Vec<std::int16_t>;
+using VU16 = Vec<std::uint16_t>;
+using VI32 = Vec<std::int32_t>;
+using VU32 = Vec<std::uint32_t>;
+using VF32 = Vec<float>;
+
+// Three channels: R, G, B or Y, Cb, Cr and so on.
+template <class V>
+struct Channels {
+  V c0, c1, c2;
+};
+
+// Two vectors of half as many, wider lanes. Whoever splits and whoever joins agree on which lane is where.
+template <class V>
+struct Halves {
+  V a, b;
+};
+
+// The same value in all lanes.
+template <class T>
+HWY_INLINE Vec<T> all(T value) {
+  return hn::Set(Tag<T>(), value);
+}
+
+// Signed and unsigned products of 16-bit lanes by a constant, cut down to 16 bits.
+HWY_INLINE VI16 mulRounded15(int c, VI16 x) {
+  return hn::MulFixedPoint15(all<std::int16_t>(c), x);
+}  // (c x + 2^14) >> 15
+HWY_INLINE VI16 mulHigh(int c, VI16 x) { return hn::MulHigh(all<std::int16_t>(c), x); }   // (c x) >> 16
+HWY_INLINE VU16 mulHigh(int c, VU16 x) { return hn::MulHigh(all<std::uint16_t>(c), x); }  // (c x) >> 16
+
+// Bytes widened to 16-bit lanes, in blocks: the first eight of a block in a, the others in b.
+HWY_INLINE Halves<VI16> widen(VU8 v) {
+  const Tag<std::uint8_t> d8;
+  const Tag<std::int16_t> d16;
+  return {hn::BitCast(d16, hn::InterleaveLower(d8, v, hn::Zero(d8))),
+          hn::BitCast(d16, hn::InterleaveUpper(d8, v, hn::Zero(d8)))};
+}
+
+// Saturated to bytes, in blocks: a in the first eight of a block, b in the others.
+HWY_INLINE VU8 packToBytes(VI16 a, VI16 b) {
+#if HWY_TARGET <= HWY_AVX3
+  return VU8{_mm512_packus_epi16(a.raw, b.raw)};
+#elif HWY_TARGET == HWY_AVX2
+  return VU8{_mm256_packus_epi16(a.raw, b.raw)};
+#elif HWY_ARCH_X86
+  return VU8{_mm_packus_epi16(a.raw, b.raw)};
+#else
+  const hn::Half<Tag<std::uint8_t>> half;
+  return hn::Combine(Tag<std::uint8_t>(), hn::DemoteTo(half, b), hn::DemoteTo(half, a));
+#endif
+}
+
+// The inverse of widen, saturating.
+HWY_INLINE VU8 narrow(Halves<VI16> h) { return packToBytes(h.a, h.b); }
+
+// Saturated to signed 16-bit lanes, in blocks.
+HWY_INLINE VI16 pack(VI32 a, VI32 b) { return hn::ReorderDemote2To(Tag<std::int16_t>(), a, b); }
+
+// Bytes split into 16-bit lanes by position: lane i of a is byte 2 i, of b byte 2 i + 1. Neighbouring pixels stand in
+// the same lane of the two halves, so that a pair's sum is a sum and a pair's chroma serves both.
+HWY_INLINE Halves<VI16> splitPairs(VU8 v) {
+  const Tag<std::int16_t> d16;
+  const VU16 pairs = hn::BitCast(Tag<std::uint16_t>(), v);
+  return {hn::BitCast(d16, hn::And(pairs, all<std::uint16_t>(0xFF))), hn::BitCast(d16, hn::ShiftRight<8>(pairs))};
+}
+
+// The inverse of splitPairs; only the low 8 bits of a may be set.
+HWY_INLINE VU8 joinPairs(VI16 a, VI16 b) { return hn::BitCast(Tag<std::uint8_t>(), hn::Or(a, hn::ShiftLeft<8>(b))); }
+
+// The inverse of splitPairs, saturating.
+HWY_INLINE VU8 joinPairsSaturated(VI16 a, VI16 b) {
+  const Tag<std::uint8_t> d8;
+  alignas(16) static constexpr std::uint8_t kAlternate[16] = {0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15};
+  return hn::TableLookupBytes(packToBytes(a, b), hn::LoadDup128(d8, kAlternate));
+}
+
+// A pair of 16-bit constants in every 32-bit lane, for addDots.
+HWY_INLINE VI16 pairsOf(int even, int odd) {
+  const auto bits = static_cast<std::uint32_t>(odd) << 16 | (static_cast<std::uint32_t>(even) & 0xFFFF);
+  return hn::BitCast(Tag<std::int16_t>(), all<std::uint32_t>(bits));
+}
+
+// sum + a[even] w[even] + a[odd] w[odd] in every 32-bit lane, exactly.
+HWY_INLINE VI32 addDots(VI32 sum, VI16 a, VI16 w) {
+#if HWY_TARGET <= HWY_AVX3
+  return sum + VI32{_mm512_madd_epi16(a.raw, w.raw)};
+#elif HWY_TARGET == HWY_AVX2
+  return sum + VI32{_mm256_madd_epi16(a.raw, w.raw)};
+#elif HWY_ARCH_X86
+  return sum + VI32{_mm_madd_epi16(a.raw, w.raw)};
+#else
+  return VI32{vaddq_s32(sum.raw,
+                        vpaddq_s32(vmull_s16(vget_low_s16(a.raw), vget_low_s16(w.raw)), vmull_high_s16(a.raw, w.raw)))};
+#endif
+}
+
+// Copies n bytes, at most bytes of them, into or out of a local buffer of whole vectors.
+template <std::size_t bytes>
+HWY_INLINE void copyIn(void* local, const void* from, std::size_t n) {
+#if HWY_TARGET <= HWY_AVX3
+  const Tag<std::uint8_t> d;
+  for (std::size_t i = 0; i < bytes; i += kLanes<std::uint8_t>) {
+    const auto mask = hn::FirstN(d, n > i ? n - i : 0);
+    hn::StoreU(hn::MaskedLoad(mask, d, static_cast<const std::uint8_t*>(from) + i), d,
+               static_cast<std::uint8_t*>(local) + i);
+  }
+#else
+  std::memset(local, 0, bytes);
+  std::memcpy(local, from, n);
+#endif
+}
+
+template <std::size_t bytes>
+HWY_INLINE void copyOut(void* to, const void* local, std::size_t n) {
+#if HWY_TARGET <= HWY_AVX3
+  const Tag<std::uint8_t> d;
+  for (std::size_t i = 0; i < bytes; i += kLanes<std::uint8_t>) {
+    const auto mask = hn::FirstN(d, n > i ? n - i : 0);
+    hn::BlendedStore(hn::LoadU(d, static_cast<const std::uint8_t*>(local) + i), mask, d,
+                     static_cast<std::uint8_t*>(to) + i);
+  }
+#else
+  std::memcpy(to, local, n);
+#endif
+}
+
+}  // namespace HWY_NAMESPACE
+}  // namespace zum
+HWY_AFTER_NAMESPACE();
+
+#endif

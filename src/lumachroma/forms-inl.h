@@ -1,0 +1,180 @@
+// The arithmetic that the luma-chroma families share: RGB to and from YCbCr with the matrix of ITU-R BT.601 in studio
+// range, in the fixed-point forms that its functions are defined by.
+//
+// A form says its scale and its rounding. Forms with a `half` work on 16-bit lanes, a sample each; those with a `lanes`
+// on 32-bit lanes, a pixel each.
+#if defined(ZUM_LUMACHROMA_FORMS_INL_H) == defined(HWY_TARGET_TOGGLE)
+#ifdef ZUM_LUMACHROMA_FORMS_INL_H
+#undef ZUM_LUMACHROMA_FORMS_INL_H
+#else
+#define ZUM_LUMACHROMA_FORMS_INL_H
+#endif
+
+#include "frame/layouts-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace zum {
+namespace HWY_NAMESPACE {
+
+// Applies a form's `half` to bytes.
+template <class Form>
+struct OnHalves {
+  static HWY_INLINE Channels<VU8> apply(const Channels<VU8>& in) {
+    const Halves<VI16> c0 = widen(in.c0), c1 = widen(in.c1), c2 = widen(in.c2);
+    const Channels<VI16> a = Form::half({c0.a, c1.a, c2.a}), b = Form::half({c0.b, c1.b, c2.b});
+    return {packToBytes(a.c0, b.c0), packToBytes(a.c1, b.c1), packToBytes(a.c2, b.c2)};
+  }
+};
+
+// Pixels in 32-bit lanes, as pairs of 16-bit numbers: channels 0 and 2 in one vector, channel 1 in the lower half of
+// each lane of the other, whose upper half is anything.
+struct PixelPairs {
+  VI16 c02, c1;
+};
+
+// Applies a form's `lanes` to bytes of separate channels.
+template <class Form>
+struct OnLanes {
+  static HWY_INLINE Channels<VU8> apply(const Channels<VU8>& in) {
+    const Tag<std::uint8_t> d;
+    const Halves<VI16> lower02 = widen(hn::InterleaveLower(d, in.c0, in.c2)),
+                       upper02 = widen(hn::InterleaveUpper(d, in.c0, in.c2)),
+                       lower1 = widen(hn::InterleaveLower(d, in.c1, in.c1)),
+                       upper1 = widen(hn::InterleaveUpper(d, in.c1, in.c1));
+    const Channels<VI32> q0 = Form::lanes({lower02.a, lower1.a}), q1 = Form::lanes({lower02.b, lower1.b}),
+                         q2 = Form::lanes({upper02.a, upper1.a}), q3 = Form::lanes({upper02.b, upper1.b});
+    return {bytes(q0.c0, q1.c0, q2.c0, q3.c0), bytes(q0.c1, q1.c1, q2.c1, q3.c1), bytes(q0.c2, q1.c2, q2.c2, q3.c2)};
+  }
+
+  // The same with the pixels in the lanes already.
+  static HWY_INLINE VU32 apply(VU32 pixels) {
+    const VU16 pairs = hn::BitCast(Tag<std::uint16_t>(), pixels);
+    const Tag<std::int16_t> d16;
+    const Channels<VI32> out = Form::lanes(
+        {hn::BitCast(d16, hn::And(pairs, all<std::uint16_t>(0xFF))), hn::BitCast(d16, hn::ShiftRight<8>(pairs))});
+    // In each block four bytes of channel 0, of channel 1, of channel 2, and four zeros.
+    const VU8 planes = packToBytes(pack(out.c0, out.c1), pack(out.c2, hn::Zero(Tag<std::int32_t>())));
+    alignas(16) static constexpr std::uint8_t kToPixels[16] = {0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15};
+    const Tag<std::uint8_t> d8;
+    return hn::BitCast(Tag<std::uint32_t>(), hn::TableLookupBytes(planes, hn::LoadDup128(d8, kToPixels)));
+  }
+
+ private:
+  static HWY_INLINE VU8 bytes(VI32 q0, VI32 q1, VI32 q2, VI32 q3) { return packToBytes(pack(q0, q1), pack(q2, q3)); }
+};
+
+// ---- RGB to YCbCr
+
+constexpr int kLumaOffset = 16;
+constexpr int kChromaOffset = 128;
+
+// Each term rounded at 64 times the sample, their sum truncated.
+struct RoundedTerms {
+  static HWY_INLINE VI16 luma(VI16 r, VI16 g, VI16 b) {  // 128 times the samples
+    const VI16 sum = mulRounded15(4211, r) + mulRounded15(8258, g) + mulRounded15(1606, b);
+    return hn::ShiftRight<6>(sum) + all<std::int16_t>(kLumaOffset);
+  }
+  static HWY_INLINE VI16 cb(VI16 r, VI16 g, VI16 b) {
+    const VI16 sum = mulRounded15(7193, b) - mulRounded15(4768, g) - mulRounded15(2425, r);
+    return hn::ShiftRight<6>(sum) + all<std::int16_t>(kChromaOffset);
+  }
+  static HWY_INLINE VI16 cr(VI16 r, VI16 g, VI16 b) {
+    const VI16 sum = mulRounded15(7193, r) - mulRounded15(6029, g) - mulRounded15(1163, b);
+    return hn::ShiftRight<6>(sum) + all<std::int16_t>(kChromaOffset);
+  }
+  static HWY_INLINE Channels<VI16> half(const Channels<VI16>& rgb) {
+    const VI16 r = hn::ShiftLeft<7>(rgb.c0), g = hn::ShiftLeft<7>(rgb.c1), b = hn::ShiftLeft<7>(rgb.c2);
+    return {luma(r, g, b), cb(r, g, b), cr(r, g, b)};
+  }
+};
+
+// Each term truncated, at 256 times the sample for luma and 128 times for chroma; their sum rounded.
+struct RoundedSum {
+  static HWY_INLINE VI16 luma(VI16 r, VI16 g, VI16 b) {
+    const VU16 sum = lumaSum(r, g, b) + all<std::uint16_t>(128);
+    return hn::BitCast(Tag<std::int16_t>(), hn::ShiftRight<8>(sum)) + all<std::int16_t>(kLumaOffset);
+  }
+  static HWY_INLINE VU16 lumaSum(VI16 r, VI16 g, VI16 b) {
+    const Tag<std::uint16_t> d;
+    return mulHigh(16843, hn::ShiftLeft<8>(hn::BitCast(d, r))) + mulHigh(33030, hn::ShiftLeft<8>(hn::BitCast(d, g))) +
+           mulHigh(6423, hn::ShiftLeft<8>(hn::BitCast(d, b)));
+  }
+  static HWY_INLINE VI16 chroma(VI16 sum) {
+    return hn::ShiftRight<7>(sum + all<std::int16_t>(64)) + all<std::int16_t>(kChromaOffset);
+  }
+  static HWY_INLINE Channels<VI16> half(const Channels<VI16>& rgb) {
+    const VI16 r = hn::ShiftLeft<7>(rgb.c0), g = hn::ShiftLeft<7>(rgb.c1), b = hn::ShiftLeft<7>(rgb.c2);
+    return {luma(rgb.c0, rgb.c1, rgb.c2), chroma(mulHigh(-9699, r) + mulHigh(-19071, g) + mulHigh(28770, b)),
+            chroma(mulHigh(28770, r) + mulHigh(-24117, g) + mulHigh(-4653, b))};
+  }
+};
+
+// Exact sums at 65536 times the sample, rounded to nearest.
+struct Exact {
+  static HWY_INLINE Channels<VI32> lanes(const PixelPairs& rgb) {
+    const VI32 chroma = all(kChromaOffset << 16 | 1 << 15);
+    const VI16 greenHalf = pairsOf(33030 / 2, 0);  // 33030 is more than a factor can be: it is added in two halves
+    const VI32 y = addDots(all(kLumaOffset << 16 | 1 << 15), rgb.c02, pairsOf(16843, 6423));
+    return {hn::ShiftRight<16>(addDots(addDots(y, rgb.c1, greenHalf), rgb.c1, greenHalf)),
+            hn::ShiftRight<16>(addDots(addDots(chroma, rgb.c02, pairsOf(-9699, 28770)), rgb.c1, pairsOf(-19071, 0))),
+            hn::ShiftRight<16>(addDots(addDots(chroma, rgb.c02, pairsOf(28770, -4653)), rgb.c1, pairsOf(-24117, 0)))};
+  }
+};
+
+// ---- YCbCr to RGB
+
+// Each term truncated at 16 times the sample, their sum truncated.
+struct TruncatedTerms16 {
+  static HWY_INLINE Channels<VI16> half(const Channels<VI16>& ycc) {
+    const VI16 y = hn::ShiftLeft<7>(ycc.c0 - all<std::int16_t>(kLumaOffset));
+    const VI16 u = hn::ShiftLeft<7>(ycc.c1 - all<std::int16_t>(kChromaOffset));
+    const VI16 v = hn::ShiftLeft<7>(ycc.c2 - all<std::int16_t>(kChromaOffset));
+    const VI16 t = mulHigh(9536, y);
+    return {hn::ShiftRight<4>(t + mulHigh(13074, v)), hn::ShiftRight<4>(t + mulHigh(-6660, v) + mulHigh(-3203, u)),
+            hn::ShiftRight<4>(t + mulHigh(16523, u))};
+  }
+};
+
+// The same with slightly other factors, and the sum rounded.
+struct RoundedSum16 {
+  static HWY_INLINE Channels<VI16> half(const Channels<VI16>& ycc) {
+    const VI16 y = hn::ShiftLeft<7>(ycc.c0 - all<std::int16_t>(kLumaOffset));
+    const VI16 u = hn::ShiftLeft<7>(ycc.c1 - all<std::int16_t>(kChromaOffset));
+    const VI16 v = hn::ShiftLeft<7>(ycc.c2 - all<std::int16_t>(kChromaOffset));
+    const VI16 t = mulHigh(9535, y) + all<std::int16_t>(8);
+    return {hn::ShiftRight<4>(t + mulHigh(13074, v)), hn::ShiftRight<4>(t + mulHigh(-6660, v) + mulHigh(-3211, u)),
+            hn::ShiftRight<4>(t + mulHigh(16523, u))};
+  }
+};
+
+// Exact sums at 65536 times the sample, truncated. The factors are the family's; offsets are added to R, G, B.
+template <int kY, int kRedFromCr, int kGreenFromCb, int kGreenFromCr, int kBlueFromCb, int kRed, int kGreen, int kBlue>
+struct ExactInverse {
+  // Factors beyond 16 bits are multiplied as eight times one part plus another.
+  static HWY_INLINE VI32 add(VI32 sum, VI16 x, VI16 x8, int even, int odd) {
+    return addDots(addDots(sum, x8, pairsOf(even >> 3, odd >> 3)), x, pairsOf(even & 7, odd & 7));
+  }
+  static HWY_INLINE Channels<VI32> lanes(const PixelPairs& ycc) {
+    const VI16 yCr = ycc.c02, cb = ycc.c1;
+    const VI16 yCr8 = hn::ShiftLeft<3>(yCr), cb8 = hn::ShiftLeft<3>(cb);
+    const VI32 r = add(all(kRed), yCr, yCr8, kY, kRedFromCr);
+    const VI32 g = add(add(all(kGreen), yCr, yCr8, kY, kGreenFromCr), cb, cb8, kGreenFromCb, 0);
+    const VI32 b = add(add(all(kBlue), yCr, yCr8, kY, 0), cb, cb8, kBlueFromCb, 0);
+    return {hn::ShiftRight<16>(r), hn::ShiftRight<16>(g), hn::ShiftRight<16>(b)};
+  }
+};
+
+// The same, its offsets the products of the factors with the offsets of the samples.
+template <int kY, int kRedFromCr, int kGreenFromCb, int kGreenFromCr, int kBlueFromCb>
+using CentredInverse =
+    ExactInverse<kY, kRedFromCr, kGreenFromCb, kGreenFromCr, kBlueFromCb, -16 * kY - 128 * kRedFromCr,
+                 -16 * kY - 128 * kGreenFromCb - 128 * kGreenFromCr, -16 * kY - 128 * kBlueFromCb>;
+
+using FineInverse = CentredInverse<76284, 104595, -25690, -53281, 132186>;
+using FinePlanarInverse = CentredInverse<76282, 104593, -25689, -53279, 132184>;
+
+}  // namespace HWY_NAMESPACE
+}  // namespace zum
+HWY_AFTER_NAMESPACE();
+
+#endif
