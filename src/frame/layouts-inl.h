@@ -150,16 +150,16 @@ HWY_INLINE VU8 select(VU8 v0, VU8 v1, VU8 v2, const Table& mask1, const Table& m
 
 // Three vectors of consecutive pieces: piece p of block b is block b of vector p.
 HWY_INLINE void loadPieces(const std::uint8_t* p, VU8& v0, VU8& v1, VU8& v2) {
-  const Tag<std::uint8_t> d;
 #if HWY_TARGET == HWY_AVX2
+  const Tag<std::uint8_t> d;
   const hn::Half<Tag<std::uint8_t>> half;
   v0 = hn::Combine(d, hn::LoadU(half, p + 48), hn::LoadU(half, p));
   v1 = hn::Combine(d, hn::LoadU(half, p + 64), hn::LoadU(half, p + 16));
   v2 = hn::Combine(d, hn::LoadU(half, p + 80), hn::LoadU(half, p + 32));
 #else
-  v0 = hn::LoadU(d, p);
-  v1 = hn::LoadU(d, p + kPieceBytes);
-  v2 = hn::LoadU(d, p + 2 * kPieceBytes);
+  v0 = loadWhole(p);
+  v1 = loadWhole(p + kPieceBytes);
+  v2 = loadWhole(p + 2 * kPieceBytes);
 #endif
 }
 
