@@ -3,6 +3,7 @@
 //   kPixels                  the pixels that one load or store takes
 //   at(row, x)               a row handle, moved on to pixel x
 //   load(row), store(v, row) kPixels pixels, at a row handle
+//   pixel(row, x), setPixel(row, x, p)  one pixel, where single pixels are worked on
 //   Local                    room for kPixels pixels, with row(), copyIn(row, n) and copyOut(row, n), for the end of a
 //   row
 //
@@ -14,6 +15,7 @@
 #define ZUM_FRAME_LAYOUTS_INL_H
 #endif
 
+#include "frame/pixel.h"
 #include "frame/rows.h"
 #include "frame/vectors-inl.h"
 
@@ -39,8 +41,8 @@ struct Interleaved {
 
    private:
     static constexpr std::size_t kPixelBytes = samples * sizeof(T);
-    static constexpr std::size_t kBytes = pixels * kPixelBytes;
-    alignas(HWY_MAX_BYTES) T buffer_[pixels * samples];
+    static constexpr std::size_t kBytes = (pixels * kPixelBytes + HWY_MAX_BYTES - 1) / HWY_MAX_BYTES * HWY_MAX_BYTES;
+    alignas(HWY_MAX_BYTES) T buffer_[kBytes / sizeof(T)];
   };
 };
 
@@ -189,6 +191,13 @@ struct Packed3 : Interleaved<T, 3, kLanes<T>> {
     storePieces(piece<0>(x0, x1, x2), piece<1>(x0, x1, x2), piece<2>(x0, x1, x2), reinterpret_cast<std::uint8_t*>(row));
   }
 
+  static Pixel pixel(const T* row, std::size_t x) { return {row[3 * x], row[3 * x + 1], row[3 * x + 2]}; }
+  static void setPixel(T* row, std::size_t x, const Pixel& p) {
+    row[3 * x] = static_cast<T>(p.c0);
+    row[3 * x + 1] = static_cast<T>(p.c1);
+    row[3 * x + 2] = static_cast<T>(p.c2);
+  }
+
  private:
   using Weave = Weave3<T>;
 
@@ -228,6 +237,191 @@ struct Planes3 : Planar<T, 3, kLanes<T>> {
     hn::StoreU(v.c1, d, row[1]);
     hn::StoreU(v.c2, d, row[2]);
   }
+
+  static Pixel pixel(const PlaneRow<const T, 3>& row, std::size_t x) { return {row[0][x], row[1][x], row[2][x]}; }
+  static void setPixel(const PlaneRow<T, 3>& row, std::size_t x, const Pixel& p) {
+    row[0][x] = static_cast<T>(p.c0);
+    row[1][x] = static_cast<T>(p.c1);
+    row[2][x] = static_cast<T>(p.c2);
+  }
+};
+
+// ---- Shared chroma, 8-bit
+//
+// Chroma stands in 16-bit lanes, lane i for the pixels 2 i and 2 i + 1.
+
+struct Luma422 {
+  VU8 y;
+  VI16 cb, cr;
+};
+
+struct Luma420 {
+  VU8 upper, lower;
+  VI16 cb, cr;
+};
+
+enum class ChromaOrder { CbCr, CrCb };
+
+// Packed 4:2:2: Y0 Cb Y1 Cr, or with the chroma bytes exchanged.
+template <ChromaOrder order>
+struct Packed422 : Interleaved<std::uint8_t, 2, kLanes<std::uint8_t>> {
+  static HWY_INLINE Luma422 load(const std::uint8_t* row) {
+    const Tag<std::uint8_t> d;
+    const VU8 v0 = loadWhole(row), v1 = loadWhole(row + kLanes<std::uint8_t>);
+    const Halves<VI16> chroma = splitPairs(hn::ConcatOdd(d, v1, v0));
+    const VU8 y = hn::ConcatEven(d, v1, v0);
+    if constexpr (order == ChromaOrder::CbCr) {
+      return {y, chroma.a, chroma.b};
+    } else {
+      return {y, chroma.b, chroma.a};
+    }
+  }
+
+  static HWY_INLINE void store(const Luma422& v, std::uint8_t* row) {
+    const VU8 chroma = order == ChromaOrder::CbCr ? joinPairs(v.cb, v.cr) : joinPairs(v.cr, v.cb);
+    hn::StoreInterleaved2(v.y, chroma, Tag<std::uint8_t>(), row);
+  }
+};
+
+// Half a vector of chroma bytes.
+HWY_INLINE VI16 loadChroma(const std::uint8_t* p) {
+  return hn::PromoteTo(Tag<std::int16_t>(), hn::LoadU(hn::Half<Tag<std::uint8_t>>(), p));
+}
+HWY_INLINE void storeChroma(VI16 v, std::uint8_t* p) {
+  const hn::Half<Tag<std::uint8_t>> half;
+  hn::StoreU(hn::DemoteTo(half, v), half, p);
+}
+
+// The ends of a luma row and of the chroma rows of half its width.
+class LocalChroma {
+ public:
+  std::uint8_t* cb() { return cb_.row(); }
+  std::uint8_t* cr() { return cr_.row(); }
+  void copyIn(const std::uint8_t* cb, const std::uint8_t* cr, std::size_t pixels) {
+    cb_.copyIn(cb, pixels / 2);
+    cr_.copyIn(cr, pixels / 2);
+  }
+  void copyOut(std::uint8_t* cb, std::uint8_t* cr, std::size_t pixels) const {
+    cb_.copyOut(cb, pixels / 2);
+    cr_.copyOut(cr, pixels / 2);
+  }
+
+ private:
+  Interleaved<std::uint8_t, 1, kLanes<std::uint8_t> / 2>::Local cb_, cr_;
+};
+using LocalLuma = Interleaved<std::uint8_t, 1, kLanes<std::uint8_t>>::Local;
+
+// Planes of 4:2:2, as a source. Works on whole pairs.
+struct Planes422 {
+  static constexpr std::size_t kPixels = kLanes<std::uint8_t>;
+  using Row = PlaneRow<const std::uint8_t, 3>;
+
+  static Row at(const Row& row, std::size_t x) { return {row[0] + x, row[1] + x / 2, row[2] + x / 2}; }
+
+  static HWY_INLINE Luma422 load(const Row& row) {
+    return {hn::LoadU(Tag<std::uint8_t>(), row[0]), loadChroma(row[1]), loadChroma(row[2])};
+  }
+
+  class Local {
+   public:
+    Row row() { return {luma_.row(), chroma_.cb(), chroma_.cr()}; }
+    void copyIn(const Row& from, std::size_t n) {
+      luma_.copyIn(from[0], n);
+      chroma_.copyIn(from[1], from[2], n);
+    }
+
+   private:
+    LocalLuma luma_;
+    LocalChroma chroma_;
+  };
+};
+
+// Planes of 4:2:0, two luma rows at a time. Works on whole pairs.
+struct Planes420 {
+  static constexpr std::size_t kPixels = kLanes<std::uint8_t>;
+
+  template <class Sample>
+  static RowPair420<Sample> at(const RowPair420<Sample>& rows, std::size_t x) {
+    return {{rows.luma.upper + x, rows.luma.lower + x}, rows.cb + x / 2, rows.cr + x / 2};
+  }
+
+  template <class Sample>
+  static HWY_INLINE Luma420 load(const RowPair420<Sample>& rows) {
+    const Tag<std::uint8_t> d;
+    return {hn::LoadU(d, rows.luma.upper), hn::LoadU(d, rows.luma.lower), loadChroma(rows.cb), loadChroma(rows.cr)};
+  }
+
+  static HWY_INLINE void store(const Luma420& v, const RowPair420<std::uint8_t>& rows) {
+    const Tag<std::uint8_t> d;
+    hn::StoreU(v.upper, d, rows.luma.upper);
+    hn::StoreU(v.lower, d, rows.luma.lower);
+    storeChroma(v.cb, rows.cb);
+    storeChroma(v.cr, rows.cr);
+  }
+
+  class Local {
+   public:
+    RowPair420<std::uint8_t> row() { return {{upper_.row(), lower_.row()}, chroma_.cb(), chroma_.cr()}; }
+    void copyIn(const RowPair420<const std::uint8_t>& from, std::size_t n) {
+      upper_.copyIn(from.luma.upper, n);
+      lower_.copyIn(from.luma.lower, n);
+      chroma_.copyIn(from.cb, from.cr, n);
+    }
+    void copyOut(const RowPair420<std::uint8_t>& to, std::size_t n) const {
+      upper_.copyOut(to.luma.upper, n);
+      lower_.copyOut(to.luma.lower, n);
+      chroma_.copyOut(to.cb, to.cr, n);
+    }
+
+   private:
+    LocalLuma upper_, lower_;
+    LocalChroma chroma_;
+  };
+};
+
+// Two rows of another layout.
+template <class V>
+struct TwoRows {
+  V upper, lower;
+};
+
+template <class Layout>
+struct RowPairOf {
+  static constexpr std::size_t kPixels = Layout::kPixels;
+
+  template <class Sample>
+  static RowPair<Sample> at(const RowPair<Sample>& rows, std::size_t x) {
+    return {Layout::at(rows.upper, x), Layout::at(rows.lower, x)};
+  }
+
+  template <class Sample>
+  static HWY_INLINE auto load(const RowPair<Sample>& rows) {
+    return TwoRows<decltype(Layout::load(rows.upper))>{Layout::load(rows.upper), Layout::load(rows.lower)};
+  }
+
+  template <class V, class Sample>
+  static HWY_INLINE void store(const TwoRows<V>& v, const RowPair<Sample>& rows) {
+    Layout::store(v.upper, rows.upper);
+    Layout::store(v.lower, rows.lower);
+  }
+
+  class Local {
+   public:
+    auto row() { return RowPair<std::remove_pointer_t<decltype(upper_.row())>>{upper_.row(), lower_.row()}; }
+    template <class Sample>
+    void copyIn(const RowPair<Sample>& from, std::size_t n) {
+      upper_.copyIn(from.upper, n);
+      lower_.copyIn(from.lower, n);
+    }
+    template <class Sample>
+    void copyOut(const RowPair<Sample>& to, std::size_t n) const {
+      upper_.copyOut(to.upper, n);
+      lower_.copyOut(to.lower, n);
+    }
+
+   private:
+    typename Layout::Local upper_, lower_;
+  };
 };
 
 // ---- Bytes, a pixel in each 32-bit lane

@@ -123,27 +123,53 @@ struct Exact {
 
 // ---- YCbCr to RGB
 
-// Each term truncated at 16 times the sample, their sum truncated.
-struct TruncatedTerms16 {
+enum class Green { kAdded, kSubtracted };
+
+// Each term truncated at 2^kShift times the sample, kRounding added, their sum truncated. Green's chroma terms are
+// those of negative factors added, or of positive factors subtracted: they are truncated the other way.
+template <int kY, int kRedFromCr, int kGreenFromCr, int kGreenFromCb, Green kGreen, int kBlueFromCb, int kRounding,
+          int kShift>
+struct Terms {
+  static HWY_INLINE VI16 luma(VI16 y) {
+    return mulHigh(kY, hn::ShiftLeft<7>(y - all<std::int16_t>(kLumaOffset))) + all<std::int16_t>(kRounding);
+  }
+  static HWY_INLINE Channels<VI16> chroma(VI16 cb, VI16 cr) {
+    const VI16 u = hn::ShiftLeft<7>(cb - all<std::int16_t>(kChromaOffset));
+    const VI16 v = hn::ShiftLeft<7>(cr - all<std::int16_t>(kChromaOffset));
+    const VI16 green = mulHigh(kGreenFromCr, v) + mulHigh(kGreenFromCb, u);
+    return {mulHigh(kRedFromCr, v), kGreen == Green::kAdded ? green : hn::Neg(green), mulHigh(kBlueFromCb, u)};
+  }
+  static HWY_INLINE VI16 sum(VI16 luma, VI16 chroma) { return hn::ShiftRight<kShift>(luma + chroma); }
+
   static HWY_INLINE Channels<VI16> half(const Channels<VI16>& ycc) {
-    const VI16 y = hn::ShiftLeft<7>(ycc.c0 - all<std::int16_t>(kLumaOffset));
-    const VI16 u = hn::ShiftLeft<7>(ycc.c1 - all<std::int16_t>(kChromaOffset));
-    const VI16 v = hn::ShiftLeft<7>(ycc.c2 - all<std::int16_t>(kChromaOffset));
-    const VI16 t = mulHigh(9536, y);
-    return {hn::ShiftRight<4>(t + mulHigh(13074, v)), hn::ShiftRight<4>(t + mulHigh(-6660, v) + mulHigh(-3203, u)),
-            hn::ShiftRight<4>(t + mulHigh(16523, u))};
+    const VI16 y = luma(ycc.c0);
+    const Channels<VI16> terms = chroma(ycc.c1, ycc.c2);
+    return {sum(y, terms.c0), sum(y, terms.c1), sum(y, terms.c2)};
   }
 };
 
-// The same with slightly other factors, and the sum rounded.
-struct RoundedSum16 {
-  static HWY_INLINE Channels<VI16> half(const Channels<VI16>& ycc) {
-    const VI16 y = hn::ShiftLeft<7>(ycc.c0 - all<std::int16_t>(kLumaOffset));
-    const VI16 u = hn::ShiftLeft<7>(ycc.c1 - all<std::int16_t>(kChromaOffset));
-    const VI16 v = hn::ShiftLeft<7>(ycc.c2 - all<std::int16_t>(kChromaOffset));
-    const VI16 t = mulHigh(9535, y) + all<std::int16_t>(8);
-    return {hn::ShiftRight<4>(t + mulHigh(13074, v)), hn::ShiftRight<4>(t + mulHigh(-6660, v) + mulHigh(-3211, u)),
-            hn::ShiftRight<4>(t + mulHigh(16523, u))};
+using Truncated16 = Terms<9536, 13074, -6660, -3203, Green::kAdded, 16523, 0, 4>;
+using Rounded16 = Terms<9535, 13074, -6660, -3211, Green::kAdded, 16523, 8, 4>;
+using Truncated8 = Terms<4767, 6537, 3330, 1605, Green::kSubtracted, 8261, 0, 3>;
+
+// A form of Terms on pixel pairs, whose chroma terms are computed once for both pixels, and at 4:2:0 for both rows.
+template <class Form>
+struct OnPairs {
+  static HWY_INLINE Channels<VU8> apply(const Luma422& in) { return row(in.y, Form::chroma(in.cb, in.cr)); }
+
+  static HWY_INLINE TwoRows<Channels<VU8>> apply(const Luma420& in) {
+    const Channels<VI16> terms = Form::chroma(in.cb, in.cr);
+    return {row(in.upper, terms), row(in.lower, terms)};
+  }
+
+ private:
+  static HWY_INLINE Channels<VU8> row(VU8 y, const Channels<VI16>& terms) {
+    const Halves<VI16> pair = splitPairs(y);
+    const Halves<VI16> luma = {Form::luma(pair.a), Form::luma(pair.b)};
+    return {channel(luma, terms.c0), channel(luma, terms.c1), channel(luma, terms.c2)};
+  }
+  static HWY_INLINE VU8 channel(const Halves<VI16>& luma, VI16 term) {
+    return joinPairsSaturated(Form::sum(luma.a, term), Form::sum(luma.b, term));
   }
 };
 

@@ -36,7 +36,7 @@ void innerRGBToYCbCr_C3P2_C3P2R(P3Row src, P3Target dst, int width) {
 
 // Blocks of 8, then one of 4, by the same form.
 void innerYCbCrToRGB_C3_C3R(const Zum8u* src, Zum8u* dst, int width) {
-  blocksAndTail<C3, TruncatedTerms16, FineInverse, C3>(src, dst, width & ~3, width);
+  blocksAndTail<C3, Truncated16, FineInverse, C3>(src, dst, width & ~3, width);
 }
 
 void innerYCbCrToRGB_AC4R(const Zum8u* src, Zum8u* dst, int width) {
@@ -44,11 +44,11 @@ void innerYCbCrToRGB_AC4R(const Zum8u* src, Zum8u* dst, int width) {
 }
 
 void innerYCbCrToRGB_C3P2_C3P2R(P3Row src, P3Target dst, int width) {
-  blocksAndTail<P3, TruncatedTerms16, FineInverse, P3>(src, dst, width & ~3, width);
+  blocksAndTail<P3, Truncated16, FineInverse, P3>(src, dst, width & ~3, width);
 }
 
 void innerYCbCrToRGB_8u_P3C3R(P3Row src, Zum8u* dst, int width) {
-  blocksAndTail<P3, RoundedSum16, FinePlanarInverse, C3>(src, dst, width & ~7, width);
+  blocksAndTail<P3, Rounded16, FinePlanarInverse, C3>(src, dst, width & ~7, width);
 }
 
 }  // namespace HWY_NAMESPACE
