@@ -1,6 +1,7 @@
 // The layouts: how a vector of pixels comes from and goes to memory. Every layout has
 //
 //   kPixels                  the pixels that one load or store takes
+//   kKeeps                   whether a store leaves some bytes of its pixels as they are in memory
 //   at(row, x)               a row handle, moved on to pixel x
 //   load(row), store(v, row) kPixels pixels, at a row handle
 //   pixel(row, x), setPixel(row, x, p)  one pixel, where single pixels are worked on
@@ -29,6 +30,7 @@ namespace HWY_NAMESPACE {
 template <class T, std::size_t samples, std::size_t pixels>
 struct Interleaved {
   static constexpr std::size_t kPixels = pixels;
+  static constexpr bool kKeeps = false;
 
   static const T* at(const T* row, std::size_t x) { return row + samples * x; }
   static T* at(T* row, std::size_t x) { return row + samples * x; }
@@ -50,6 +52,7 @@ struct Interleaved {
 template <class T, std::size_t n, std::size_t pixels>
 struct Planar {
   static constexpr std::size_t kPixels = pixels;
+  static constexpr bool kKeeps = false;
 
   template <class Sample>
   static PlaneRow<Sample, n> at(PlaneRow<Sample, n> row, std::size_t x) {
@@ -339,6 +342,7 @@ struct Planes422 {
 // Planes of 4:2:0, two luma rows at a time. Works on whole pairs.
 struct Planes420 {
   static constexpr std::size_t kPixels = kLanes<std::uint8_t>;
+  static constexpr bool kKeeps = false;
 
   template <class Sample>
   static RowPair420<Sample> at(const RowPair420<Sample>& rows, std::size_t x) {
@@ -388,6 +392,7 @@ struct TwoRows {
 template <class Layout>
 struct RowPairOf {
   static constexpr std::size_t kPixels = Layout::kPixels;
+  static constexpr bool kKeeps = Layout::kKeeps;
 
   template <class Sample>
   static RowPair<Sample> at(const RowPair<Sample>& rows, std::size_t x) {
@@ -428,6 +433,7 @@ struct RowPairOf {
 
 // Three channels and alpha. What is stored has nothing in the place of alpha, which stays as it is in memory.
 struct PackedA4 : Interleaved<std::uint8_t, 4, kLanes<std::uint32_t>> {
+  static constexpr bool kKeeps = true;
   static constexpr std::uint32_t kAlpha = 0xFF000000;
 
   static HWY_INLINE VU32 load(const std::uint8_t* row) {
@@ -443,7 +449,6 @@ struct PackedA4 : Interleaved<std::uint8_t, 4, kLanes<std::uint32_t>> {
 // ---- Columns of a row
 
 // Converts columns begin to end by one form: whole vectors from and to memory, the remainder through a local copy.
-// What a store leaves alone, it leaves alone there too, so the copy starts as what the destination holds.
 template <class Src, class Form, class Dst, class SrcRow, class DstRow>
 HWY_INLINE void columns(const SrcRow& src, const DstRow& dst, std::size_t begin, std::size_t end) {
   static_assert(Src::kPixels == Dst::kPixels, "source and destination go in step");
@@ -454,6 +459,7 @@ HWY_INLINE void columns(const SrcRow& src, const DstRow& dst, std::size_t begin,
     typename Src::Local in;
     typename Dst::Local out;
     in.copyIn(Src::at(src, x), end - x);
+    if constexpr (Dst::kKeeps) out.copyIn(Dst::at(dst, x), end - x);
     Dst::store(Form::apply(Src::load(in.row())), out.row());
     out.copyOut(Dst::at(dst, x), end - x);
   }
