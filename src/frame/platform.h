@@ -1,6 +1,8 @@
-// What the library takes from its surroundings: the allocator and the OpenMP runtime.
+// What the library takes from its surroundings: the allocator, the OpenMP runtime and the size of the cache.
 #ifndef ZUM_FRAME_PLATFORM_H
 #define ZUM_FRAME_PLATFORM_H
+
+#include <cstddef>
 
 #include "zumcc.h"
 
@@ -11,6 +13,9 @@ int requestedThreads();
 
 // The number of the calling thread in its team.
 int threadNumber();
+
+// The size of the largest cache in bytes, 0 if the processor does not tell.
+std::size_t cacheSize();
 
 }  // namespace zum
 
