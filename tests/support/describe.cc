@@ -1,7 +1,8 @@
 #include "support/describe.h"
 
 #include <algorithm>
-#include <regex>
+#include <cctype>
+#include <sstream>
 #include <stdexcept>
 
 namespace zumtest {
@@ -17,28 +18,33 @@ struct Name {
   bool inPlace;
 };
 
-// One tag stands for both sides, two are the source's and the destination's.
-void setBoth(const std::string& tags, const char* tag, std::string Format::*member, Name& name) {
-  std::smatch found;
-  if (!std::regex_match(tags, found, std::regex("(" + std::string(tag) + ")(" + tag + ")?")))
-    throw std::logic_error("unknown tags " + tags);
-  name.source.*member = found[1];
-  name.destination.*member = found[2].matched ? found[2] : found[1];
+// One tag stands for both sides, two are the source's and the destination's. isLast tells the last character of a tag.
+void setBoth(const std::string& tags, int (*isLast)(int), std::string Format::*member, Name& name) {
+  const auto end = std::find_if(tags.begin(), tags.end(), isLast);
+  if (end == tags.end()) throw std::logic_error("unknown tag " + tags);
+  name.source.*member = {tags.begin(), end + 1};
+  name.destination.*member = end + 1 == tags.end() ? name.source.*member : std::string(end + 1, tags.end());
 }
 
 Name parse(const std::string& function) {
-  std::smatch part;
-  if (!std::regex_match(function, part, std::regex("zumi([A-Za-z0-9]+)(_Filter|_Rev)?_([0-9a-z]+)_([A-Z0-9]+?)R?")))
-    throw std::logic_error("unknown form");
+  std::vector<std::string> parts;  // operation, depth, layout, with a variant behind the operation in some
+  std::istringstream stream(function);
+  for (std::string part; std::getline(stream, part, '_');) parts.push_back(part);
+  if (parts.size() < 3 || parts.front().compare(0, 4, "zumi") != 0) throw std::logic_error("unknown form of name");
+
   Name name;
-  const std::string operation = part[1];
+  const std::string operation = parts.front().substr(4);
   const size_t to = operation.find("To", 1);
   name.source.model = operation.substr(0, to);
   name.destination.model = to == std::string::npos ? operation : operation.substr(to + 2);
-  setBoth(part[3], "8u|8s|16u|16s|32s|32f", &Format::depth, name);
-  const std::string layout = std::regex_replace(part[4].str(), std::regex("I"), "");
-  name.inPlace = layout != part[4];
-  setBoth(layout, "A?C4|AP4|[CP][1-4]", &Format::layout, name);
+  setBoth(parts[parts.size() - 2], std::isalpha, &Format::depth, name);
+
+  std::string layout = parts.back();
+  if (layout.back() == 'R') layout.pop_back();
+  const auto inPlace = std::remove(layout.begin(), layout.end(), 'I');
+  name.inPlace = inPlace != layout.end();
+  layout.erase(inPlace, layout.end());
+  setBoth(layout, std::isdigit, &Format::layout, name);
   return name;
 }
 
