@@ -137,7 +137,7 @@ TEST_P(FunctionTest, ChecksArgumentsInOrder) {
 // Images that fill their memory to the guard page at one end or the other, at every width that a vector loop can end
 // in.
 TEST_P(FunctionTest, StaysInsideItsImages) {
-  std::vector<int> widths{95, 130, 257};
+  std::vector<int> widths{95, 130, 257, 1029};
   for (int width = smallest().width; width <= 70; ++width) widths.push_back(width);
   for (int width : widths) {
     for (int height = smallest().height; height < smallest().height + 5; ++height) {
