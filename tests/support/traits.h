@@ -1,0 +1,43 @@
+// What is particular to a function and cannot be read from its name or its declaration.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "zumcc.h"
+
+namespace zumtest {
+
+// One group of argument checks.
+enum class Check { kPointers, kSize, kPlanes, kSteps, kParameters };
+
+// Values of the parameters of a conversion that are worth a run of their own. The margins are for the functions that
+// take a rectangle inside an image: the part of the image around the rectangle.
+struct Variant {
+  std::vector<double> parameters;
+  int left = 0, top = 0, right = 0, bottom = 0;
+};
+
+// Parameters that the function refuses, and how.
+struct Refusal {
+  std::vector<double> parameters;
+  ZumStatus status;
+};
+
+struct Traits {
+  std::vector<Check> checks{Check::kPointers, Check::kSize, Check::kPlanes};  // in the order that they are made
+  ZumiSize minimum{1, 1};                                                     // 0: not checked
+  bool (*oddSize)(ZumiSize) = [](ZumiSize) { return false; };                 // when zumWrnOddSize is returned
+  bool halfWidthRoundsUp = true;  // chroma of 4:2:2 and 4:1:1: is the plane wide enough for an odd last pixel?
+  bool halfSizeRoundsUp = false;  // chroma of 4:2:0, both ways
+  bool keepsAlpha = true;         // AC4 destinations
+  std::vector<Variant> variants{{}};
+  std::vector<Refusal> refusals;
+  bool rowsInOrder = true;      // images below the thresholds of the parallel drivers are written from the top down
+  bool alignmentShows = false;  // the result depends on the address of the source
+  bool threadsShow = false;     // the result depends on threads_omp_of_n_zum
+};
+
+Traits traitsOf(const std::string& function);
+
+}  // namespace zumtest
