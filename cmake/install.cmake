@@ -11,6 +11,7 @@ write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/zumcc-config-versio
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zumcc-config-version.cmake DESTINATION ${package_dir})
 
 file(RELATIVE_PATH pc_prefix ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+string(REGEX REPLACE "/$" "" pc_prefix "${pc_prefix}")
 configure_file(${CMAKE_CURRENT_LIST_DIR}/zumcc.pc.in ${CMAKE_CURRENT_BINARY_DIR}/zumcc.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zumcc.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
