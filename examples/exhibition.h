@@ -21,6 +21,7 @@ struct Section {
 class Exhibition {
  public:
   Exhibition(Picture photo, std::string title, std::filesystem::path folder);
+  ~Exhibition() { progress(nullptr); }
 
   // Runs the sections one after the other, then writes index.html and prints the table. Throws std::runtime_error.
   void show(const std::vector<Section>& sections);

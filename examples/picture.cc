@@ -4,11 +4,13 @@
 #include <turbojpeg.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
+#include <initializer_list>
 #include <iterator>
 #include <memory>
 #include <stdexcept>
@@ -35,8 +37,10 @@ Picture decode_jpeg(const Bytes& bytes) {
   std::unique_ptr<void, int (*)(tjhandle)> decoder(tjInitDecompress(), tjDestroy);
   if (!decoder) throw std::runtime_error("no JPEG decoder: out of memory");
   auto check = [&](int status) {
-    if (status != 0 && tjGetErrorCode(decoder.get()) == TJERR_FATAL)
-      throw std::runtime_error(tjGetErrorStr2(decoder.get()));
+    if (status == 0) return;
+    const char* message = tjGetErrorStr2(decoder.get());
+    if (tjGetErrorCode(decoder.get()) == TJERR_FATAL) throw std::runtime_error(message);
+    std::fprintf(stderr, "warning: %s\n", message);  // what could be read of a damaged picture is still worth showing
   };
   int width, height, sampling, colours;
   check(tjDecompressHeader3(decoder.get(), bytes.data(), bytes.size(), &width, &height, &sampling, &colours));

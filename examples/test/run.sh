@@ -26,7 +26,8 @@ done
 
 echo "not a picture" >"$work/text"
 head -c 100 "$here/alpha-7x5.png" >"$work/cut.png"
-head -c 100 "$here/gray-33x17.jpg" >"$work/cut.jpg"
+head -c 100 "$here/gray-33x17.jpg" >"$work/header.jpg"
+head -c 300 "$here/gray-33x17.jpg" >"$work/cut.jpg"
 : >"$work/file"
 expect 2 "usage: "
 expect 2 "usage: " a b c
@@ -34,6 +35,7 @@ expect 1 "cannot read .*/missing.jpg: No such file" "$work/missing.jpg"
 expect 1 "it is a directory" "$work"
 expect 1 "neither a JPEG nor a PNG" "$work/text"
 expect 1 "cannot read .*/cut.png: " "$work/cut.png" "$work/out"
-expect 1 "cannot read .*/cut.jpg: " "$work/cut.jpg" "$work/out"
+expect 1 "cannot read .*/header.jpg: " "$work/header.jpg" "$work/out"
+expect 0 "warning: Premature end" "$work/cut.jpg" "$work/out"
 expect 1 "smaller than 2 by 2" "$here/row-9x1.png" "$work/out"
 expect 1 "cannot make the folder" "$here/alpha-7x5.png" "$work/file/below"
