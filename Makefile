@@ -1,0 +1,58 @@
+# The everyday commands. Each installs the Debian packages that it needs and lacks, through apt-get.
+#
+#   make demo          a gallery of pictures from a photograph: PHOTO=file for your own, GALLERY=folder for another place
+#   make test          the format check, then the tests with optimisation and again with the sanitizers
+#   make bench         the speed of every function
+#   make bench-peers   the same conversions in other libraries
+#   make format        put the sources into their format;  make check-format only looks
+#   make clean         remove what these commands made
+PHOTO ?= /usr/share/palapeli/collection/panther-chameleon-female.jpg
+GALLERY ?= gallery
+JOBS ?= 2
+CLANG_FORMAT ?= clang-format-14
+
+sources = find include src tests bench examples -name '*.h' -o -name '*.c' -o -name '*.cc'
+configure = cmake -S . -G Ninja -DZUM_WERROR=ON -DCMAKE_BUILD_TYPE=Release \
+  $(if $(shell command -v ccache),-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+build = cmake --build $(1) -j $(JOBS)
+only_library = -DZUM_BUILD_TESTS=OFF -DZUM_BUILD_EXAMPLES=OFF
+
+.PHONY: demo test bench bench-peers format check-format clean
+
+demo:
+	scripts/packages.sh build demo $(if $(filter file,$(origin PHOTO)),photo)
+	$(configure) -B build/demo -DZUM_BUILD_TESTS=OFF
+	$(call build,build/demo) --target gallery
+	build/demo/examples/gallery "$(PHOTO)" "$(GALLERY)"
+
+test: check-format
+	scripts/packages.sh build demo test
+	$(configure) -B build/release
+	$(call build,build/release)
+	ctest --test-dir build/release --output-on-failure -j $(JOBS)
+	$(configure) -B build/sanitize -DZUM_SANITIZE=ON
+	$(call build,build/sanitize)
+	ctest --test-dir build/sanitize --output-on-failure -j $(JOBS)
+
+bench:
+	scripts/packages.sh build bench
+	$(configure) -B build/bench $(only_library) -DZUM_BUILD_BENCHMARKS=ON
+	$(call build,build/bench) --target zum_bench
+	build/bench/bench/zum_bench $(BENCH_FLAGS)
+
+bench-peers:
+	scripts/packages.sh build bench peers
+	$(configure) -B build/bench-peers $(only_library) -DZUM_BUILD_PEERS=ON
+	$(call build,build/bench-peers) --target zum_bench_peers
+	build/bench-peers/bench/zum_bench_peers $(BENCH_FLAGS)
+
+format:
+	scripts/packages.sh format
+	$(sources) | xargs $(CLANG_FORMAT) -i
+
+check-format:
+	scripts/packages.sh format
+	$(sources) | xargs $(CLANG_FORMAT) --dry-run --Werror
+
+clean:
+	rm -rf build gallery

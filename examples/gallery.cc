@@ -1,0 +1,158 @@
+// Sends a photograph through the conversions of the library and back, and writes a page of the pictures.
+//
+//   gallery PHOTOGRAPH [FOLDER]
+//
+// A new section is a function that converts and hangs, and a line in kSections.
+#include <array>
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <vector>
+
+#include "exhibition.h"
+#include "picture.h"
+#include "zumcc.h"
+
+namespace {
+
+// The three planes of a luma-chroma image, chroma at its own size, in the form that the library takes.
+struct Planes {
+  Planes(ZumiSize luma, ZumiSize chroma)
+      : y(luma.width, luma.height, 1), cb(chroma.width, chroma.height, 1), cr(chroma.width, chroma.height, 1) {}
+  void hang(Exhibition& show) && {
+    show.hang("Y", std::move(y));
+    show.hang("Cb", std::move(cb));
+    show.hang("Cr", std::move(cr));
+  }
+
+  Picture y, cb, cr;
+  std::array<Zum8u*, 3> data{y.data(), cb.data(), cr.data()};
+  std::array<int, 3> steps{y.step(), cb.step(), cr.step()};
+};
+
+void ycbcr444(Exhibition& show) {
+  const Picture& photo = show.photo();
+  Picture ycbcr(photo.width, photo.height, 3), back = ycbcr;
+  show.convert("zumiRGBToYCbCr_8u_C3R", [&] {
+    return zumiRGBToYCbCr_8u_C3R(photo.data(), photo.step(), ycbcr.data(), ycbcr.step(), photo.size());
+  });
+  show.convert("zumiYCbCrToRGB_8u_C3R", [&] {
+    return zumiYCbCrToRGB_8u_C3R(ycbcr.data(), ycbcr.step(), back.data(), back.step(), photo.size());
+  });
+  show.hang("Y", channel(ycbcr, 0));
+  show.hang("Cb", channel(ycbcr, 1));
+  show.hang("Cr", channel(ycbcr, 2));
+  show.hang_result(std::move(back));
+}
+
+// The library goes from RGB to packed rows Y0 Cb Y1 Cr; here they are unpacked to be seen.
+Planes unpacked422(const Picture& packed) {
+  const int width = packed.width, pairs = (width + 1) / 2;
+  Planes planes({width, packed.height}, {pairs, packed.height});
+  for (int r = 0; r < packed.height; ++r) {
+    const uint8_t* row = packed.row(r);
+    uint8_t *y = planes.y.row(r), *cb = planes.cb.row(r), *cr = planes.cr.row(r);
+    for (int x = 0; x < width; ++x) {
+      y[x] = row[2 * x];
+      (x % 2 == 0 ? cb : cr)[x / 2] = row[2 * x + 1];
+    }
+    // A last odd pixel brings no Cr of its own.
+    if (width % 2 != 0) cr[pairs - 1] = width > 1 ? cr[pairs - 2] : cb[0];
+  }
+  return planes;
+}
+
+void ycbcr422(Exhibition& show) {
+  const Picture& photo = show.photo();
+  Picture packed(photo.width, photo.height, 2), back(photo.width, photo.height, 3);
+  show.convert("zumiRGBToYCbCr422_8u_C3C2R", [&] {
+    return zumiRGBToYCbCr422_8u_C3C2R(photo.data(), photo.step(), packed.data(), packed.step(), photo.size());
+  });
+  show.convert("zumiYCbCr422ToRGB_8u_C2C3R", [&] {
+    return zumiYCbCr422ToRGB_8u_C2C3R(packed.data(), packed.step(), back.data(), back.step(), photo.size());
+  });
+  unpacked422(packed).hang(show);
+  show.hang_result(std::move(back));
+}
+
+void ycbcr420(Exhibition& show) {
+  const Picture& photo = show.photo();
+  const ZumiSize chroma{photo.width / 2, photo.height / 2};
+  const ZumiSize even{2 * chroma.width, 2 * chroma.height};  // a last odd column or row has no chroma sample
+  Planes planes(even, chroma);
+  Picture back(even.width, even.height, 3);
+  show.convert("zumiRGBToYCbCr420_8u_C3P3R", [&] {
+    return zumiRGBToYCbCr420_8u_C3P3R(photo.data(), photo.step(), planes.data.data(), planes.steps.data(), even);
+  });
+  show.convert("zumiYCbCr420ToRGB_8u_P3C3R", [&] {
+    return zumiYCbCr420ToRGB_8u_P3C3R(planes.data.data(), planes.steps.data(), back.data(), back.step(), even);
+  });
+  std::move(planes).hang(show);
+  show.hang_result(std::move(back));
+}
+
+void hsv(Exhibition& show) {
+  const Picture& photo = show.photo();
+  Picture hsv(photo.width, photo.height, 3), back = hsv;
+  show.convert("zumiRGBToHSV_8u_C3R",
+               [&] { return zumiRGBToHSV_8u_C3R(photo.data(), photo.step(), hsv.data(), hsv.step(), photo.size()); });
+  show.convert("zumiHSVToRGB_8u_C3R",
+               [&] { return zumiHSVToRGB_8u_C3R(hsv.data(), hsv.step(), back.data(), back.step(), photo.size()); });
+  show.hang("Hue", channel(hsv, 0));
+  show.hang("Saturation", channel(hsv, 1));
+  show.hang("Value", channel(hsv, 2));
+  show.hang_result(std::move(back));
+}
+
+// The channels that the two by two sites of each grid sample, as indices into R G B.
+struct Filter {
+  ZumiBayerGrid grid;
+  int site[2][2];
+};
+constexpr Filter kBGGR{zumiBayerBGGR, {{2, 1}, {1, 0}}}, kRGGB{zumiBayerRGGB, {{0, 1}, {1, 2}}},
+    kGBRG{zumiBayerGBRG, {{1, 2}, {0, 1}}}, kGRBG{zumiBayerGRBG, {{1, 0}, {2, 1}}};
+
+template <const Filter& filter>
+void demosaic(Exhibition& show) {
+  const Picture& photo = show.photo();
+  Picture mosaic(photo.width, photo.height, 1), back(photo.width, photo.height, 3);
+  for (int y = 0; y < photo.height; ++y)
+    for (int x = 0; x < photo.width; ++x) mosaic.row(y)[x] = photo.row(y)[3 * x + filter.site[y % 2][x % 2]];
+  show.convert("zumiCFAToRGB_8u_C1C3R", [&] {
+    return zumiCFAToRGB_8u_C1C3R(mosaic.data(), {0, 0, photo.width, photo.height}, photo.size(), mosaic.step(),
+                                 back.data(), back.step(), filter.grid);
+  });
+  show.hang("Mosaic", std::move(mosaic));
+  show.hang_result(std::move(back));
+}
+
+const std::vector<Section> kSections = {
+    {"YCbCr 4:4:4", "Luma and two colour differences for every pixel. Only rounding is lost.", ycbcr444},
+    {"YCbCr 4:2:2", "One pair of colour differences for two neighbours in a row.", ycbcr422},
+    {"YCbCr 4:2:0", "One pair of colour differences for two by two pixels.", ycbcr420},
+    {"HSV", "Hue, saturation and value. The hue is a circle: its black and its white are neighbours.", hsv},
+    {"Demosaic BGGR", "One colour a pixel, as a sensor sees it behind the filter B G / G R.", demosaic<kBGGR>},
+    {"Demosaic RGGB", "The same behind R G / G B.", demosaic<kRGGB>},
+    {"Demosaic GBRG", "The same behind G B / R G.", demosaic<kGBRG>},
+    {"Demosaic GRBG", "The same behind G R / B G.", demosaic<kGRBG>},
+};
+
+}  // namespace
+
+int main(int argc, char** argv) try {
+  if (argc < 2 || argc > 3) {
+    std::fprintf(stderr, "usage: %s PHOTOGRAPH [FOLDER]\n", argv[0]);
+    return 2;
+  }
+  const std::filesystem::path file = argv[1];
+  Picture photo = read_picture(file);
+  if (photo.width < 2 || photo.height < 2) {
+    std::fprintf(stderr, "gallery: %s is smaller than 2 by 2 pixels\n", argv[1]);
+    return 1;
+  }
+  Exhibition(std::move(photo), file.filename().string(), argc == 3 ? argv[2] : "gallery").show(kSections);
+  return 0;
+} catch (const std::exception& error) {
+  std::fprintf(stderr, "gallery: %s\n", error.what());
+  return 1;
+}

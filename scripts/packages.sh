@@ -1,0 +1,40 @@
+#!/bin/bash
+# Installs the Debian packages of the groups named, if any is missing:
+#
+#   scripts/packages.sh build demo
+set -euo pipefail
+
+declare -A groups=(
+  [build]="cmake ninja-build g++ pkg-config libhwy-dev"
+  [demo]="libturbojpeg0-dev libpng-dev"
+  [photo]="palapeli-data"
+  [test]="libgtest-dev"
+  [format]="clang-format-14"
+  [bench]="libbenchmark-dev"
+  [peers]="libyuv-dev libswscale-dev libopencv-core-dev libopencv-imgproc-dev"
+)
+
+missing=()
+for group in "$@"; do
+  for package in ${groups[$group]:?"no such group: $group"}; do
+    state=$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null || true)
+    [[ $state == installed ]] || missing+=("$package")
+  done
+done
+[[ ${#missing[@]} -gt 0 ]] || exit 0
+
+if ! command -v apt-get >/dev/null; then
+  echo "This system has no apt-get. Install what Debian calls ${missing[*]}, then use cmake (see README.md)." >&2
+  exit 1
+fi
+root=()
+if [[ $(id -u) -ne 0 ]]; then
+  if ! command -v sudo >/dev/null; then
+    echo "Packages are missing. As root: apt-get install ${missing[*]}" >&2
+    exit 1
+  fi
+  root=(sudo)
+fi
+echo "Installing ${missing[*]}"
+"${root[@]}" apt-get update -q || echo "The lists of packages could not be updated; trying with those at hand." >&2
+"${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}" </dev/null
