@@ -1,0 +1,802 @@
+// Times the library against other libraries that do the same or similar conversions, one thread each.
+//
+//   zum_bench_peers [--filter=REGEX] [--sizes=WxH,...] [--isa=ssse3|avx2|avx512] [--seconds=S] [--markdown]
+//
+// A comparison is one function of the library and its peers. They take turns, with a memcpy between them, in many short
+// samples, and the shortest sample of each counts: what else the machine does can only lengthen one. "of copy" is the
+// share of the copy limit, the time of a memcpy of (bytes read + bytes written) / 2 bytes on the same memory over the
+// time of a call. Peers marked ~ do similar work on other bytes: another matrix, channel order or layout. For the
+// others the end of the run compares their results with ours, roughly: it finds swapped planes, not rounding.
+#include <hwy/highway.h>
+#include <libyuv.h>
+#include <regex.h>
+#include <zumcc.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <functional>
+#include <limits>
+#include <map>
+#include <memory>
+#include <opencv2/core.hpp>
+#include <opencv2/imgproc.hpp>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+extern "C" {
+#include <libavutil/log.h>
+#include <libswscale/swscale.h>
+}
+
+namespace {
+
+using std::string;
+
+// ---- Images ---------------------------------------------------------------------------------------------------------
+
+struct Plane {
+  int samples;  // behind one another in a pixel
+  int xShift = 0;
+  int yShift = 0;
+};
+
+// How a kind of image lies in memory, and which colour channel a sample is of: sample number `sample` of the pixel in
+// column x, row y of plane `plane`.
+struct Format {
+  int sampleBytes;
+  std::vector<Plane> planes;
+  int (*channel)(int plane, int sample, int x, int y);
+};
+
+int interleavedChannel(int, int sample, int, int) { return sample; }
+int planeChannel(int plane, int, int, int) { return plane; }
+int packed422Channel(int, int sample, int x, int) { return sample == 0 ? 0 : 1 + x % 2; }
+int rggbChannel(int, int, int x, int y) { return x % 2 + y % 2; }
+
+const Format kNone{1, {}, planeChannel};
+const Format kGray8{1, {{1}}, interleavedChannel};
+const Format kGray32f{4, {{1}}, interleavedChannel};
+const Format kC3{1, {{3}}, interleavedChannel};
+const Format kC4{1, {{4}}, interleavedChannel};
+const Format kC3x16{2, {{3}}, interleavedChannel};
+const Format kPacked422{1, {{2}}, packed422Channel};
+const Format kP444{1, {{1}, {1}, {1}}, planeChannel};
+const Format kP422{1, {{1}, {1, 1}, {1, 1}}, planeChannel};
+const Format kP420{1, {{1}, {1, 1, 1}, {1, 1, 1}}, planeChannel};
+const Format kMosaic8{1, {{1}}, rggbChannel};
+const Format kMosaic16{2, {{1}}, rggbChannel};
+
+struct Size {
+  int width, height;
+};
+
+string toString(Size size) { return std::to_string(size.width) + "x" + std::to_string(size.height); }
+
+// An image without padding, its planes behind one another.
+class Image {
+ public:
+  // The memory takes `capacity` bytes if that is more than the image has. `offset` moves it away from the page's start.
+  Image(const Format& format, Size size, size_t capacity, size_t offset);
+
+  const Format& format() const { return *format_; }
+  Size size() const { return size_; }
+  size_t bytes() const { return bytes_; }
+  uint8_t* data() const { return data_; }
+  uint8_t* const* planes() const { return planes_; }
+  uint8_t* plane(int p) const { return planes_[p]; }
+  const int* steps() const { return steps_; }
+  int step(int p) const { return steps_[p]; }
+  int columns(int p) const { return size_.width >> format_->planes[p].xShift; }
+  int rows(int p) const { return size_.height >> format_->planes[p].yShift; }
+
+  // A smooth picture of all channels with a little noise.
+  void fill();
+
+ private:
+  const Format* format_;
+  Size size_;
+  size_t bytes_ = 0;
+  std::unique_ptr<uint8_t, decltype(&std::free)> memory_;
+  uint8_t* data_;
+  uint8_t* planes_[4] = {};
+  int steps_[4] = {};
+};
+
+size_t bytesOf(const Format& format, Size size) {
+  size_t bytes = 0;
+  for (const Plane& plane : format.planes)
+    bytes += size_t(size.width >> plane.xShift) * (size.height >> plane.yShift) * plane.samples * format.sampleBytes;
+  return bytes;
+}
+
+Image::Image(const Format& format, Size size, size_t capacity, size_t offset)
+    : format_(&format), size_(size), bytes_(bytesOf(format, size)), memory_(nullptr, &std::free) {
+  constexpr size_t kPage = 4096;
+  size_t allocated = (std::max(bytes_, capacity) + offset + 2 * kPage - 1) / kPage * kPage;
+  memory_.reset(static_cast<uint8_t*>(std::aligned_alloc(kPage, allocated)));
+  if (!memory_) throw std::bad_alloc();
+  std::memset(memory_.get(), 0, allocated);
+  data_ = memory_.get() + offset;
+  uint8_t* next = data_;
+  for (size_t p = 0; p < format.planes.size(); ++p) {
+    planes_[p] = next;
+    steps_[p] = columns(p) * format.planes[p].samples * format.sampleBytes;
+    next += size_t(steps_[p]) * rows(p);
+  }
+}
+
+int triangleWave(int t) {
+  constexpr int kPeak = 256;
+  return std::abs(t % (2 * kPeak) - kPeak);
+}
+
+void Image::fill() {
+  uint32_t random = 1;
+  for (size_t p = 0; p < format_->planes.size(); ++p) {
+    const Plane& plane = format_->planes[p];
+    for (int y = 0; y < rows(p); ++y) {
+      uint8_t* out = planes_[p] + size_t(steps_[p]) * y;
+      for (int x = 0; x < columns(p); ++x) {
+        for (int s = 0; s < plane.samples; ++s, out += format_->sampleBytes) {
+          random = random * 1664525 + 1013904223;
+          int c = format_->channel(p, s, x, y);
+          int smooth = triangleWave((x << plane.xShift) + 90 * c) + triangleWave((y << plane.yShift) + 150 * c);
+          uint8_t value = 48 + smooth * 5 / 16 + random / (1u << 30);
+          if (format_->sampleBytes == 1) {
+            *out = value;
+          } else if (format_->sampleBytes == 2) {
+            uint16_t wide = value << 8 | random >> 24;
+            std::memcpy(out, &wide, sizeof wide);
+          } else {
+            float real = value / 255.0f;
+            std::memcpy(out, &real, sizeof real);
+          }
+        }
+      }
+    }
+  }
+}
+
+// The peak signal-to-noise ratio of two images of one format, in dB.
+double psnr(const Image& a, const Image& b) {
+  double sum = 0, peak = a.format().sampleBytes == 1 ? 255 : 65535;
+  size_t count = a.bytes() / a.format().sampleBytes;
+  for (size_t i = 0; i < count; ++i) {
+    uint16_t u = a.data()[i], v = b.data()[i];
+    if (a.format().sampleBytes == 2) {
+      std::memcpy(&u, a.data() + 2 * i, sizeof u);
+      std::memcpy(&v, b.data() + 2 * i, sizeof v);
+    }
+    sum += double(u - v) * (u - v);
+  }
+  return sum == 0 ? std::numeric_limits<double>::infinity() : 10 * std::log10(peak * peak * count / sum);
+}
+
+// ---- Calls ----------------------------------------------------------------------------------------------------------
+
+// Makes the call that often.
+using Loop = std::function<void(int calls)>;
+// Prepares a call on two images, which outlive it: what a program would set up once for many calls is done here.
+using Prepare = std::function<Loop(const Image& src, const Image& dst)>;
+
+template <class Call>
+Loop loop(Call call) {
+  return [call](int calls) mutable {
+    for (int i = 0; i < calls; ++i) {
+      call();
+      asm volatile("" ::: "memory");  // no call may be dropped because the next one writes the same
+    }
+  };
+}
+
+// A call that needs nothing prepared.
+template <class Call>
+Prepare direct(Call call) {
+  return [call](const Image& src, const Image& dst) { return loop([call, &src, &dst] { call(src, dst); }); };
+}
+
+void check(ZumStatus status) {
+  if (status != zumOk) throw std::runtime_error("the library returned status " + std::to_string(status));
+}
+
+ZumiSize roiOf(const Image& image) { return {image.size().width, image.size().height}; }
+
+// The library's functions, by their shapes.
+Prepare zum(ZumStatus (*f)(const Zum8u*, int, Zum8u*, int, ZumiSize)) {
+  return direct([f](auto& src, auto& dst) { check(f(src.data(), src.step(0), dst.data(), dst.step(0), roiOf(src))); });
+}
+Prepare zum(ZumStatus (*f)(const Zum8u*, int, Zum8u* const*, int, ZumiSize)) {
+  return direct(
+      [f](auto& src, auto& dst) { check(f(src.data(), src.step(0), dst.planes(), dst.step(0), roiOf(src))); });
+}
+Prepare zum(ZumStatus (*f)(const Zum8u*, int, Zum8u* const*, const int*, ZumiSize)) {
+  return direct(
+      [f](auto& src, auto& dst) { check(f(src.data(), src.step(0), dst.planes(), dst.steps(), roiOf(src))); });
+}
+Prepare zum(ZumStatus (*f)(const Zum8u* const*, int, Zum8u*, int, ZumiSize)) {
+  return direct(
+      [f](auto& src, auto& dst) { check(f(src.planes(), src.step(0), dst.data(), dst.step(0), roiOf(src))); });
+}
+Prepare zum(ZumStatus (*f)(const Zum8u* const*, const int*, Zum8u*, int, ZumiSize)) {
+  return direct(
+      [f](auto& src, auto& dst) { check(f(src.planes(), src.steps(), dst.data(), dst.step(0), roiOf(src))); });
+}
+Prepare zum(ZumStatus (*f)(const Zum8u* const*, int, Zum8u* const*, int, ZumiSize)) {
+  return direct(
+      [f](auto& src, auto& dst) { check(f(src.planes(), src.step(0), dst.planes(), dst.step(0), roiOf(src))); });
+}
+Prepare zum(ZumStatus (*f)(Zum8u, Zum8u*, int, ZumiSize)) {
+  return direct([f](auto&, auto& dst) { check(f(77, dst.data(), dst.step(0), roiOf(dst))); });
+}
+Prepare zum(ZumStatus (*f)(const Zum32f*, int, ZumiSize, Zum32f*)) {
+  return direct([f](auto& src, auto&) {
+    Zum32f result;
+    check(f(reinterpret_cast<const Zum32f*>(src.data()), src.step(0), roiOf(src), &result));
+  });
+}
+Prepare zum(ZumStatus (*f)(const Zum32f*, int, ZumiSize, double*, int)) {
+  return direct([f](auto& src, auto&) {
+    double result;
+    check(f(reinterpret_cast<const Zum32f*>(src.data()), src.step(0), roiOf(src), &result, zumHintFast));
+  });
+}
+template <class T>
+Prepare zum(ZumStatus (*f)(const T*, ZumiRect, ZumiSize, int, T*, int, ZumiBayerGrid)) {
+  return direct([f](auto& src, auto& dst) {
+    ZumiSize size = roiOf(src);
+    check(f(reinterpret_cast<const T*>(src.data()), {0, 0, size.width, size.height}, size, src.step(0),
+            reinterpret_cast<T*>(dst.data()), dst.step(0), zumiBayerRGGB));
+  });
+}
+
+// libyuv's functions, by their shapes.
+template <class Result>
+Prepare yuv(Result (*f)(const uint8_t*, int, uint8_t*, int, int, int)) {
+  return direct([f](auto& src, auto& dst) {
+    f(src.data(), src.step(0), dst.data(), dst.step(0), src.size().width, src.size().height);
+  });
+}
+Prepare yuv(int (*f)(const uint8_t*, int, const uint8_t*, int, const uint8_t*, int, uint8_t*, int, int, int)) {
+  return direct([f](auto& src, auto& dst) {
+    f(src.plane(0), src.step(0), src.plane(1), src.step(1), src.plane(2), src.step(2), dst.data(), dst.step(0),
+      src.size().width, src.size().height);
+  });
+}
+Prepare yuv(int (*f)(const uint8_t*, int, uint8_t*, int, uint8_t*, int, uint8_t*, int, int, int)) {
+  return direct([f](auto& src, auto& dst) {
+    f(src.data(), src.step(0), dst.plane(0), dst.step(0), dst.plane(1), dst.step(1), dst.plane(2), dst.step(2),
+      src.size().width, src.size().height);
+  });
+}
+using YuvPacked = int (*)(const uint8_t*, int, uint8_t*, int, int, int);
+// Two conversions with four bytes a pixel between them, a few rows at a time so that those stay in the cache.
+Prepare yuvChain(YuvPacked first, YuvPacked second) {
+  return [=](const Image& src, const Image& dst) {
+    constexpr int kBand = 8;
+    std::vector<uint8_t> between(size_t(4) * src.size().width * kBand);
+    return loop([=, &src, &dst]() mutable {
+      int width = src.size().width, height = src.size().height, step = 4 * width;
+      for (int y = 0; y < height; y += kBand) {
+        int rows = std::min(kBand, height - y);
+        first(src.data() + size_t(src.step(0)) * y, src.step(0), between.data(), step, width, rows);
+        second(between.data(), step, dst.data() + size_t(dst.step(0)) * y, dst.step(0), width, rows);
+      }
+    });
+  };
+}
+
+cv::Mat matOf(const Image& image) {
+  if (&image.format() == &kP420) return cv::Mat(image.size().height * 3 / 2, image.size().width, CV_8U, image.data());
+  if (image.format().planes.size() != 1) throw std::logic_error("an OpenCV image has one plane");
+  int depth = image.format().sampleBytes == 1 ? CV_8U : image.format().sampleBytes == 2 ? CV_16U : CV_32F;
+  return cv::Mat(image.size().height, image.size().width, CV_MAKETYPE(depth, image.format().planes[0].samples),
+                 image.data());
+}
+
+Prepare openCv(int code) {
+  return [code](const Image& src, const Image& dst) {
+    return loop([code, in = matOf(src), out = matOf(dst), &dst]() mutable {
+      cv::cvtColor(in, out, code, out.channels());
+      if (out.data != dst.data()) throw std::logic_error("OpenCV wants an output of another shape");
+    });
+  };
+}
+
+// Without SWS_ACCURATE_RND and with SWS_POINT swscale uses its special converters between formats wherever it has one;
+// elsewhere it goes through its general scaler, point-sampled. Colour: BT.601, studio range YCbCr, full range RGB.
+Prepare swScale(AVPixelFormat from, AVPixelFormat to) {
+  struct Pointers {
+    Pointers(const Image& image, AVPixelFormat format) {
+      for (int p = 0; p < 4; ++p) {
+        int ours = format == AV_PIX_FMT_GBRP && p < 3 ? (p + 1) % 3 : p;
+        plane[p] = image.plane(ours);
+        step[p] = image.step(ours);
+      }
+    }
+    uint8_t* plane[4];
+    int step[4];
+  };
+  return [=](const Image& src, const Image& dst) {
+    Size size = src.size();
+    std::shared_ptr<SwsContext> context(sws_getContext(size.width, size.height, from, size.width, size.height, to,
+                                                       SWS_POINT, nullptr, nullptr, nullptr),
+                                        &sws_freeContext);
+    if (!context) throw std::runtime_error("swscale has no such conversion");
+    return loop([context, in = Pointers(src, from), out = Pointers(dst, to), size] {
+      sws_scale(context.get(), in.plane, in.step, 0, size.height, out.plane, out.step);
+    });
+  };
+}
+
+// ---- The table ------------------------------------------------------------------------------------------------------
+
+struct Peer {
+  string name;
+  Prepare prepare;
+  // Set where the peer's images are not ours.
+  const Format* src = nullptr;
+  const Format* dst = nullptr;
+  bool similar = false;
+};
+
+Peer similar(Peer peer) {
+  peer.similar = true;
+  return peer;
+}
+Peer similar(Peer peer, const Format& src, const Format& dst) {
+  peer.src = &src;
+  peer.dst = &dst;
+  return similar(std::move(peer));
+}
+
+struct Comparison {
+  string name;
+  Prepare prepare;
+  const Format* src;
+  const Format* dst;
+  std::vector<Peer> peers;
+  int rowUnit = 1;  // heights are rounded up to a multiple of it: chroma blocks, or enough rows for a mosaic's interior
+};
+
+#define OURS(function) #function, zum(function)
+#define OPENCV(code) \
+  Peer { "OpenCV " #code, openCv(cv::COLOR_##code) }
+#define LIBYUV(function) \
+  Peer { "libyuv " #function, yuv(libyuv::function) }
+#define LIBYUV_CHAIN(first, second) \
+  Peer { "libyuv " #first "+" #second, yuvChain(libyuv::first, libyuv::second) }
+#define SWSCALE(from, to) \
+  Peer { "swscale " #from ">" #to, swScale(AV_PIX_FMT_##from, AV_PIX_FMT_##to) }
+
+std::vector<Comparison> comparisons() {
+  const Peer copyRows{"memcpy", direct([](auto& src, auto& dst) { std::memcpy(dst.data(), src.data(), src.bytes()); })};
+  const Peer setRows{"memset", direct([](auto&, auto& dst) { std::memset(dst.data(), 77, dst.bytes()); })};
+  const Peer setPlane{"libyuv SetPlane", direct([](auto&, auto& dst) {
+                        libyuv::SetPlane(dst.data(), dst.step(0), dst.size().width, dst.size().height, 77);
+                      })};
+  const Peer minMax{"OpenCV minMaxIdx", [](auto& src, auto&) {
+                      return loop([in = matOf(src)] {
+                        double least, largest;
+                        cv::minMaxIdx(in, &least, &largest);
+                      });
+                    }};
+  const Peer sum{"OpenCV sum", [](auto& src, auto&) { return loop([in = matOf(src)] { cv::sum(in); }); }};
+  const Peer mean{"OpenCV mean", [](auto& src, auto&) { return loop([in = matOf(src)] { cv::mean(in); }); }};
+
+  return {
+      {OURS(zumiCopy_8u_C1R), &kGray8, &kGray8, {copyRows, LIBYUV(CopyPlane)}},
+      {OURS(zumiSet_8u_C1R), &kNone, &kGray8, {setRows, setPlane}},
+      {OURS(zumiMax_32f_C1R), &kGray32f, &kNone, {similar(minMax)}},
+      {OURS(zumiSum_32f_C1R), &kGray32f, &kNone, {similar(sum)}},
+      {OURS(zumiMean_32f_C1R), &kGray32f, &kNone, {similar(mean)}},
+
+      {OURS(zumiRGBToYCbCr_8u_C3R),
+       &kC3,
+       &kC3,
+       {similar(OPENCV(RGB2YCrCb)), similar(OPENCV(RGB2YUV)), similar(SWSCALE(RGB24, YUV444P), kC3, kP444)}},
+      {OURS(zumiRGBToYCbCr_8u_AC4R),
+       &kC4,
+       &kC4,
+       {similar(OPENCV(RGB2YCrCb), kC4, kC3), similar(LIBYUV(ARGBToI444), kC4, kP444)}},
+      {OURS(zumiRGBToYCbCr_8u_P3R), &kP444, &kP444, {SWSCALE(GBRP, YUV444P)}},
+      {OURS(zumiYCbCrToRGB_8u_C3R), &kC3, &kC3, {similar(OPENCV(YCrCb2RGB)), similar(OPENCV(YUV2RGB))}},
+      {OURS(zumiYCbCrToRGB_8u_AC4R),
+       &kC4,
+       &kC4,
+       {similar(OPENCV(YCrCb2RGB), kC3, kC4), similar(LIBYUV(I444ToABGR), kP444, kC4)}},
+      {OURS(zumiYCbCrToRGB_8u_P3R), &kP444, &kP444, {SWSCALE(YUV444P, GBRP)}},
+      {OURS(zumiYCbCrToRGB_8u_P3C3R),
+       &kP444,
+       &kC3,
+       {LIBYUV(I444ToRAW), similar(LIBYUV(I444ToARGB), kP444, kC4), SWSCALE(YUV444P, RGB24)}},
+
+      {OURS(zumiRGBToYCbCr422_8u_C3C2R),
+       &kC3,
+       &kPacked422,
+       {LIBYUV_CHAIN(RAWToARGB, ARGBToYUY2), similar(LIBYUV(ARGBToYUY2), kC4, kPacked422), SWSCALE(RGB24, YUYV422)}},
+      {OURS(zumiRGBToYCbCr422_8u_P3C2R), &kP444, &kPacked422, {SWSCALE(GBRP, YUYV422)}},
+      {OURS(zumiRGBToYCrCb422_8u_C3C2R), &kC3, &kPacked422, {SWSCALE(RGB24, YVYU422)}},
+      {OURS(zumiRGBToYCrCb422_8u_P3C2R), &kP444, &kPacked422, {SWSCALE(GBRP, YVYU422)}},
+      {OURS(zumiYCbCr422ToRGB_8u_C2C3R),
+       &kPacked422,
+       &kC3,
+       {OPENCV(YUV2RGB_YUY2), LIBYUV_CHAIN(YUY2ToARGB, ARGBToRAW), similar(LIBYUV(YUY2ToARGB), kPacked422, kC4),
+        SWSCALE(YUYV422, RGB24)}},
+      {OURS(zumiYCbCr422ToRGB_8u_C2P3R), &kPacked422, &kP444, {SWSCALE(YUYV422, GBRP)}},
+      {OURS(zumiYCbCr422ToRGB_8u_P3C3R),
+       &kP422,
+       &kC3,
+       {LIBYUV(I422ToRAW), similar(LIBYUV(I422ToARGB), kP422, kC4), SWSCALE(YUV422P, RGB24)}},
+      {OURS(zumiYCrCb422ToRGB_8u_C2C3R), &kPacked422, &kC3, {OPENCV(YUV2RGB_YVYU), SWSCALE(YVYU422, RGB24)}},
+      {OURS(zumiYCrCb422ToRGB_8u_C2P3R), &kPacked422, &kP444, {SWSCALE(YVYU422, GBRP)}},
+
+      {OURS(zumiRGBToYCbCr420_8u_C3P3R),
+       &kC3,
+       &kP420,
+       {LIBYUV(RAWToI420), similar(LIBYUV(ARGBToI420), kC4, kP420), OPENCV(RGB2YUV_I420), SWSCALE(RGB24, YUV420P),
+        similar(SWSCALE(BGR24, YUV420P))},
+       2},
+      {OURS(zumiYCbCr420ToRGB_8u_P3C3R),
+       &kP420,
+       &kC3,
+       {LIBYUV(I420ToRAW), similar(LIBYUV(I420ToARGB), kP420, kC4), OPENCV(YUV2RGB_I420), SWSCALE(YUV420P, RGB24)},
+       2},
+
+      // OpenCV's hue circle has 256 steps here, ours 255.
+      {OURS(zumiRGBToHSV_8u_C3R), &kC3, &kC3, {OPENCV(RGB2HSV_FULL)}},
+      {OURS(zumiRGBToHSV_8u_AC4R), &kC4, &kC4, {similar(OPENCV(RGB2HSV_FULL), kC4, kC3)}},
+      {OURS(zumiHSVToRGB_8u_C3R), &kC3, &kC3, {OPENCV(HSV2RGB_FULL)}},
+      {OURS(zumiHSVToRGB_8u_AC4R), &kC4, &kC4, {similar(OPENCV(HSV2RGB_FULL), kC3, kC4)}},
+
+      {OURS(zumiCFAToRGB_8u_C1C3R),
+       &kMosaic8,
+       &kC3,
+       {OPENCV(BayerRGGB2RGB), OPENCV(BayerRGGB2RGB_EA), SWSCALE(BAYER_RGGB8, RGB24)},
+       8},
+      {OURS(zumiCFAToRGB_16u_C1C3R),
+       &kMosaic16,
+       &kC3x16,
+       {OPENCV(BayerRGGB2RGB), OPENCV(BayerRGGB2RGB_EA), SWSCALE(BAYER_RGGB16, RGB48)},
+       8},
+  };
+}
+
+// ---- Measuring ------------------------------------------------------------------------------------------------------
+
+double secondsOf(const Loop& run, int calls) {
+  using Clock = std::chrono::steady_clock;
+  Clock::time_point start = Clock::now();
+  run(calls);
+  return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+// The shortest time of a call, in seconds, found in samples of many calls.
+class Timer {
+ public:
+  explicit Timer(Loop run) : run_(std::move(run)) {
+    constexpr double kSampleSeconds = 300e-6;
+    while (secondsOf(run_, calls_) < kSampleSeconds) calls_ *= 2;
+  }
+  // The first call of a sample brings the caches and the memory to where this conversion leaves them.
+  void sample() {
+    run_(1);
+    best_ = std::min(best_, secondsOf(run_, calls_) / calls_);
+  }
+  double best() const { return best_; }
+
+ private:
+  Loop run_;
+  int calls_ = 1;
+  double best_ = std::numeric_limits<double>::infinity();
+};
+
+// One side of a comparison with its images.
+class Contender {
+ public:
+  Contender(const Prepare& prepare, std::shared_ptr<Image> src, const Format& dstFormat, size_t room)
+      : src_(std::move(src)), dst_(dstFormat, src_->size(), room, kDstOffset), run_(prepare(*src_, dst_)) {}
+
+  const Image& dst() const { return dst_; }
+  const Loop& run() const { return run_; }
+  Loop copy() const {
+    return loop(
+        [to = dst_.data(), from = src_->data(), n = (src_->bytes() + dst_.bytes()) / 2] { std::memcpy(to, from, n); });
+  }
+
+ private:
+  // Reads and writes at the same place of a page disturb each other on many processors.
+  static constexpr size_t kDstOffset = 2048;
+
+  std::shared_ptr<Image> src_;
+  Image dst_;
+  Loop run_;
+};
+
+// The library first, then its peers. Who reads the same format reads the same image.
+std::vector<std::unique_ptr<Contender>> contenders(const Comparison& comparison, Size size) {
+  auto srcOf = [&](const Peer& peer) { return peer.src ? peer.src : comparison.src; };
+  auto dstOf = [&](const Peer& peer) { return peer.dst ? peer.dst : comparison.dst; };
+  // Every image can hold what any of the conversions reads or writes, for the copies.
+  size_t room = std::max(bytesOf(*comparison.src, size), bytesOf(*comparison.dst, size));
+  for (const Peer& peer : comparison.peers)
+    room = std::max({room, bytesOf(*srcOf(peer), size), bytesOf(*dstOf(peer), size)});
+
+  std::map<const Format*, std::shared_ptr<Image>> sources;
+  auto sourceOf = [&](const Format* format) {
+    std::shared_ptr<Image>& source = sources[format];
+    if (!source) {
+      source = std::make_shared<Image>(*format, size, room, 0);
+      source->fill();
+    }
+    return source;
+  };
+  std::vector<std::unique_ptr<Contender>> all;
+  auto add = [&](const Prepare& prepare, const Format* src, const Format* dst) {
+    all.push_back(std::make_unique<Contender>(prepare, sourceOf(src), *dst, room));
+  };
+  add(comparison.prepare, comparison.src, comparison.dst);
+  for (const Peer& peer : comparison.peers) add(peer.prepare, srcOf(peer), dstOf(peer));
+  return all;
+}
+
+struct Speed {
+  double pixelsPerSecond;
+  double copyShare;
+};
+
+// The speeds of the library and of its peers, in this order.
+std::vector<Speed> measure(const Comparison& comparison, Size size, double seconds) {
+  constexpr int kFewestRounds = 5;
+  std::vector<Timer> calls, copies;
+  auto all = contenders(comparison, size);
+  for (const auto& contender : all) {
+    calls.emplace_back(contender->run());
+    copies.emplace_back(contender->copy());
+  }
+  auto takeTurns = [&](int rounds) {
+    for (; rounds > 0; --rounds) {
+      for (size_t i = 0; i < calls.size(); ++i) {
+        calls[i].sample();
+        copies[i].sample();
+      }
+    }
+  };
+  double spent = secondsOf(takeTurns, kFewestRounds);
+  while (spent < seconds) spent += secondsOf(takeTurns, 1);
+
+  std::vector<Speed> speeds;
+  for (size_t i = 0; i < calls.size(); ++i) {
+    double pixels = double(size.width) * size.height;
+    speeds.push_back({pixels / calls[i].best(), copies[i].best() / calls[i].best()});
+  }
+  return speeds;
+}
+
+// ---- The report -----------------------------------------------------------------------------------------------------
+
+struct Options {
+  string filter;  // an extended regular expression
+  std::vector<Size> sizes{{16, 1}, {320, 240}, {1920, 1080}, {3840, 2160}};
+  double seconds = 0.3;  // for each comparison and size
+  bool markdown = false;
+};
+
+struct Column {
+  const char* title;
+  int width;  // negative: to the left
+};
+
+class Table {
+ public:
+  Table(std::vector<Column> columns, bool markdown) : columns_(std::move(columns)), markdown_(markdown) {
+    std::vector<string> titles;
+    for (const Column& column : columns_) titles.push_back(column.title);
+    row(titles);
+    if (!markdown_) return;
+    for (const Column& column : columns_) std::printf("|%s", column.width < 0 ? "---" : "--:");
+    std::printf("|\n");
+  }
+  void row(const std::vector<string>& cells) const {
+    for (size_t i = 0; i < cells.size(); ++i)
+      std::printf(markdown_ ? "| %*s " : "%*s  ", markdown_ ? 0 : columns_[i].width, cells[i].c_str());
+    std::printf(markdown_ ? "|\n" : "\n");
+    std::fflush(stdout);
+  }
+
+ private:
+  std::vector<Column> columns_;
+  bool markdown_;
+};
+
+string number(double value, int decimals) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.*f", decimals, value);
+  return text;
+}
+
+string shownName(const Peer& peer) { return (peer.similar ? "~" : "") + peer.name; }
+
+// What we want to be against the fastest peer: no slower, and clearly faster where it leaves much of the memory's speed
+// unused. Calls on a few pixels measure the way into the function, where no slower is enough.
+bool meetsGoal(double ratio, double peerCopyShare, Size size) {
+  constexpr double kNoise = 0.97, kClearlyFaster = 1.5, kMuchUnused = 0.5;
+  constexpr int kFewPixels = 256;
+  bool small = size.width * size.height <= kFewPixels;
+  return ratio >= kNoise * (!small && peerCopyShare < kMuchUnused ? kClearlyFaster : 1);
+}
+
+// The widths of the two columns of names: to the left, as wide as the longest.
+std::pair<int, int> nameWidths(const std::vector<Comparison>& comparisons) {
+  size_t name = 0, peerName = 0;
+  for (const Comparison& comparison : comparisons) {
+    name = std::max(name, comparison.name.size());
+    for (const Peer& peer : comparison.peers) peerName = std::max(peerName, shownName(peer).size());
+  }
+  return {-int(name), -int(peerName)};
+}
+
+void reportSpeeds(const std::vector<Comparison>& comparisons, const Options& options) {
+  int met = 0, missed = 0;
+  auto [nameWidth, peerWidth] = nameWidths(comparisons);
+  Table table({{"conversion", nameWidth},
+               {"size", 9},
+               {"Mpx/s", 8},
+               {"of copy", 7},
+               {"peer", peerWidth},
+               {"Mpx/s", 8},
+               {"of copy", 7},
+               {"ratio", 6},
+               {"goal", -6}},
+              options.markdown);
+  for (const Comparison& comparison : comparisons) {
+    for (Size size : options.sizes) {
+      size.height = (size.height + comparison.rowUnit - 1) / comparison.rowUnit * comparison.rowUnit;
+      std::vector<Speed> speeds = measure(comparison, size, options.seconds);
+      auto slower = [](const Speed& a, const Speed& b) { return a.pixelsPerSecond < b.pixelsPerSecond; };
+      size_t fastest = std::max_element(speeds.begin() + 1, speeds.end(), slower) - speeds.begin();
+      for (size_t i = 1; i < speeds.size(); ++i) {
+        double ratio = speeds[0].pixelsPerSecond / speeds[i].pixelsPerSecond;
+        string goal;
+        if (i == fastest) {
+          bool meets = meetsGoal(ratio, speeds[i].copyShare, size);
+          ++(meets ? met : missed);
+          goal = meets ? "met" : "MISSED";
+        }
+        table.row({comparison.name, toString(size), number(speeds[0].pixelsPerSecond / 1e6, 0),
+                   number(speeds[0].copyShare, 2), shownName(comparison.peers[i - 1]),
+                   number(speeds[i].pixelsPerSecond / 1e6, 0), number(speeds[i].copyShare, 2), number(ratio, 2), goal});
+      }
+    }
+  }
+  std::printf("\nAgainst the fastest peer: goal met %d times, missed %d times.\n\n", met, missed);
+}
+
+// Returns false if a result is not what the peer makes of the same image.
+bool reportAgreement(const std::vector<Comparison>& comparisons, const Options& options) {
+  constexpr double kSuspectDb = 25;
+  constexpr Size kSize{320, 240};
+  bool agree = true;
+  auto [nameWidth, peerWidth] = nameWidths(comparisons);
+  Table table({{"conversion", nameWidth}, {"peer", peerWidth}, {"PSNR, dB", 8}, {"", -7}}, options.markdown);
+  for (const Comparison& comparison : comparisons) {
+    auto all = contenders(comparison, kSize);
+    for (const auto& contender : all) contender->run()(1);
+    for (size_t i = 1; i < all.size(); ++i) {
+      const Peer& peer = comparison.peers[i - 1];
+      if (peer.similar) continue;
+      double db = psnr(all[0]->dst(), all[i]->dst());
+      bool suspect = db < kSuspectDb;
+      if (suspect) agree = false;
+      table.row({comparison.name, peer.name, number(db, 1), suspect ? "SUSPECT" : ""});
+    }
+  }
+  return agree;
+}
+
+string processorName() {
+  std::ifstream info("/proc/cpuinfo");
+  for (string line; std::getline(info, line);)
+    if (line.rfind("model name", 0) == 0) return line.substr(line.find(':') + 2);
+  return "unknown processor";
+}
+
+void reportSetting() {
+  int64_t targets = hwy::SupportedTargets() & HWY_TARGETS;
+  std::printf("%s, our instruction set: %s (Highway %d.%d.%d)\n", processorName().c_str(),
+              hwy::TargetName(targets & -targets), HWY_MAJOR, HWY_MINOR, HWY_PATCH);
+  unsigned swscale = swscale_version();
+  std::printf("zumcc %s, OpenCV %s, libyuv %d, libswscale %u.%u.%u; one thread each\n\n", zumccGetLibVersion()->version,
+              cv::getVersionString().c_str(), LIBYUV_VERSION, swscale >> 16, swscale >> 8 & 255, swscale & 255);
+}
+
+// ---- The command line -----------------------------------------------------------------------------------------------
+
+// Makes Highway choose no better instruction set than the named one.
+void limitInstructionSet(const string& name) {
+  const std::map<string, int64_t> targets{{"ssse3", HWY_SSSE3}, {"avx2", HWY_AVX2}, {"avx512", HWY_AVX3_DL}};
+  auto found = targets.find(name);
+  if (found == targets.end()) throw std::invalid_argument("unknown instruction set " + name);
+  int64_t best = found->second, supported = hwy::SupportedTargets() & HWY_TARGETS;
+  if (!(supported & best)) throw std::invalid_argument("this processor has no " + name);
+  int64_t better = best - 1;  // a better target is a lower bit
+  hwy::SetSupportedTargetsForTest(supported & ~better);
+  hwy::GetChosenTarget().Update(hwy::SupportedTargets());
+}
+
+std::vector<Size> parseSizes(const string& text) {
+  std::vector<Size> sizes;
+  std::istringstream in(text);
+  for (string item; std::getline(in, item, ',');) {
+    Size size{};
+    char rest;
+    if (std::sscanf(item.c_str(), "%dx%d%c", &size.width, &size.height, &rest) != 2 || size.width < 2 ||
+        size.height < 1 || size.width % 2 != 0)
+      throw std::invalid_argument("a size is an even width and a height, as 320x240, not " + item);
+    sizes.push_back(size);
+  }
+  return sizes;
+}
+
+Options parseOptions(int argc, char** argv) {
+  Options options;
+  for (int i = 1; i < argc; ++i) {
+    string argument = argv[i], key = argument.substr(0, argument.find('='));
+    string value = key.size() < argument.size() ? argument.substr(key.size() + 1) : "";
+    if (key == "--filter") {
+      options.filter = value;
+    } else if (key == "--sizes") {
+      options.sizes = parseSizes(value);
+    } else if (key == "--isa") {
+      limitInstructionSet(value);
+    } else if (key == "--seconds") {
+      options.seconds = std::stod(value);
+    } else if (argument == "--markdown") {
+      options.markdown = true;
+    } else {
+      throw std::invalid_argument("unknown argument " + argument);
+    }
+  }
+  return options;
+}
+
+// The comparisons with those peers whose pair of names the filter finds.
+std::vector<Comparison> chosen(const string& filter) {
+  regex_t compiled;
+  if (regcomp(&compiled, filter.c_str(), REG_EXTENDED | REG_NOSUB) != 0)
+    throw std::invalid_argument("not a regular expression: " + filter);
+  std::unique_ptr<regex_t, decltype(&regfree)> expression(&compiled, &regfree);
+  std::vector<Comparison> all = comparisons();
+  for (Comparison& comparison : all) {
+    auto isLeftOut = [&](const Peer& peer) {
+      return regexec(expression.get(), (comparison.name + " " + peer.name).c_str(), 0, nullptr, 0) != 0;
+    };
+    auto& peers = comparison.peers;
+    peers.erase(std::remove_if(peers.begin(), peers.end(), isLeftOut), peers.end());
+  }
+  all.erase(std::remove_if(all.begin(), all.end(), [](const Comparison& c) { return c.peers.empty(); }), all.end());
+  return all;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) try {
+  Options options = parseOptions(argc, argv);
+  threads_omp_of_n_zum = 1;
+  cv::setNumThreads(1);
+  av_log_set_level(AV_LOG_ERROR);
+  std::vector<Comparison> comparisons = chosen(options.filter);
+  reportSetting();
+  reportSpeeds(comparisons, options);
+  return reportAgreement(comparisons, options) ? EXIT_SUCCESS : EXIT_FAILURE;
+} catch (const std::exception& error) {
+  std::fprintf(stderr, "zum_bench_peers: %s\n", error.what());
+  return EXIT_FAILURE;
+}
