@@ -446,6 +446,85 @@ struct PackedA4 : Interleaved<std::uint8_t, 4, kLanes<std::uint32_t>> {
   }
 };
 
+// ---- Three of four interleaved channels
+//
+// Four vectors of pixels become a vector of each channel. A block of bytes holds four pixels, one of 16-bit samples two:
+// grouped by channel, either is four 32-bit lanes, a channel each, which transpose with those of the other vectors. The
+// pixels of a block of the result come from the same block of the four vectors.
+
+// The fourth channel is not loaded, and stays as it is in memory.
+template <class T>
+struct ThreeOf4 : Interleaved<T, 4, kLanes<T>> {
+  static constexpr bool kKeeps = true;
+
+  static HWY_INLINE Channels<Vec<T>> load(const T* row) {
+    const VU32 v0 = group(row), v1 = group(row + kStride), v2 = group(row + 2 * kStride), v3 = group(row + 3 * kStride);
+    const Tag<std::uint32_t> d;
+    const VU64 lower01 = wide(hn::InterleaveLower(d, v0, v1)), upper01 = wide(hn::InterleaveUpper(d, v0, v1)),
+               lower23 = wide(hn::InterleaveLower(d, v2, v3)), upper23 = wide(hn::InterleaveUpper(d, v2, v3));
+    const Tag<std::uint64_t> d64;
+    const Tag<T> to;
+    return {hn::BitCast(to, hn::InterleaveLower(d64, lower01, lower23)),
+            hn::BitCast(to, hn::InterleaveUpper(d64, lower01, lower23)),
+            hn::BitCast(to, hn::InterleaveLower(d64, upper01, upper23))};
+  }
+
+  static HWY_INLINE void store(const Channels<Vec<T>>& v, T* row) {
+    const Tag<std::uint32_t> d;
+    const VU32 c0 = hn::BitCast(d, v.c0), c1 = hn::BitCast(d, v.c1), c2 = hn::BitCast(d, v.c2);
+    const VU32 none = hn::Zero(d);
+    const VU64 lower01 = wide(hn::InterleaveLower(d, c0, c1)), upper01 = wide(hn::InterleaveUpper(d, c0, c1)),
+               lower2 = wide(hn::InterleaveLower(d, c2, none)), upper2 = wide(hn::InterleaveUpper(d, c2, none));
+    const Tag<std::uint64_t> d64;
+    merge(hn::InterleaveLower(d64, lower01, lower2), row);
+    merge(hn::InterleaveUpper(d64, lower01, lower2), row + kStride);
+    merge(hn::InterleaveLower(d64, upper01, upper2), row + 2 * kStride);
+    merge(hn::InterleaveUpper(d64, upper01, upper2), row + 3 * kStride);
+  }
+
+ private:
+  using VU64 = Vec<std::uint64_t>;
+  static constexpr std::size_t kStride = kLanes<T>;
+  static constexpr std::uint64_t kFourth = sizeof(T) == 1 ? 0xFF000000FF000000 : 0xFFFF000000000000;
+
+  struct Bytes {
+    alignas(16) std::uint8_t at[16];
+  };
+  static constexpr std::size_t kBlockPixels = 4 / sizeof(T);
+
+  // From pixels to lanes of a channel, or back.
+  static constexpr Bytes grouping(bool back) {
+    Bytes index{};
+    for (std::size_t c = 0; c < 4; ++c) {
+      for (std::size_t pixel = 0; pixel < kBlockPixels; ++pixel) {
+        for (std::size_t b = 0; b < sizeof(T); ++b) {
+          const std::size_t inPixels = (4 * pixel + c) * sizeof(T) + b, inLanes = (kBlockPixels * c + pixel) * sizeof(T) + b;
+          index.at[back ? inPixels : inLanes] = static_cast<std::uint8_t>(back ? inLanes : inPixels);
+        }
+      }
+    }
+    return index;
+  }
+
+  static HWY_INLINE VU64 wide(VU32 v) { return hn::BitCast(Tag<std::uint64_t>(), v); }
+
+  static HWY_INLINE VU32 group(const T* row) {
+    static constexpr Bytes kGroup = grouping(false);
+    const Tag<std::uint8_t> d;
+    const VU8 pixels = hn::LoadU(d, reinterpret_cast<const std::uint8_t*>(row));
+    return hn::BitCast(Tag<std::uint32_t>(), hn::TableLookupBytes(pixels, hn::LoadDup128(d, kGroup.at)));
+  }
+
+  static HWY_INLINE void merge(VU64 v, T* row) {
+    static constexpr Bytes kUngroup = grouping(true);
+    const Tag<std::uint8_t> d;
+    std::uint8_t* const bytes = reinterpret_cast<std::uint8_t*>(row);
+    const VU8 pixels = hn::TableLookupBytes(hn::BitCast(d, v), hn::LoadDup128(d, kUngroup.at));
+    const VU8 fourth = hn::BitCast(d, all(kFourth));
+    hn::StoreU(hn::Or(pixels, hn::And(hn::LoadU(d, bytes), fourth)), d, bytes);
+  }
+};
+
 // ---- Columns of a row
 
 // Converts columns begin to end by one form: whole vectors from and to memory, the remainder through a local copy.

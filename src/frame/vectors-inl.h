@@ -86,6 +86,18 @@ HWY_INLINE VU8 narrow(Halves<VI16> h) { return packToBytes(h.a, h.b); }
 // Saturated to signed 16-bit lanes, in blocks.
 HWY_INLINE VI16 pack(VI32 a, VI32 b) { return hn::ReorderDemote2To(Tag<std::int16_t>(), a, b); }
 
+// Saturated to unsigned 16-bit lanes, in blocks.
+HWY_INLINE VU16 packToWords(VI32 a, VI32 b) {
+#if HWY_TARGET <= HWY_AVX3
+  return VU16{_mm512_packus_epi32(a.raw, b.raw)};
+#elif HWY_TARGET == HWY_AVX2
+  return VU16{_mm256_packus_epi32(a.raw, b.raw)};
+#else
+  const VI32 offset = all<std::int32_t>(0x8000);  // moves the unsigned range to the signed one
+  return hn::BitCast(Tag<std::uint16_t>(), pack(a - offset, b - offset)) ^ all<std::uint16_t>(0x8000);
+#endif
+}
+
 // Bytes split into 16-bit lanes by position: lane i of a is byte 2 i, of b byte 2 i + 1. Neighbouring pixels stand in
 // the same lane of the two halves, so that a pair's sum is a sum and a pair's chroma serves both.
 HWY_INLINE Halves<VI16> splitPairs(VU8 v) {

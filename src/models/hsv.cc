@@ -1,0 +1,267 @@
+// RGB to and from hue, saturation, value: the hexcone, its hue circle as wide as the range of the samples.
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "models/hsv.cc"
+#include <limits>
+
+#include "frame/drivers.h"
+#include "hwy/foreach_target.h"
+#include "hwy/highway.h"
+#include "frame/float-inl.h"
+#include "frame/layouts-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace zum {
+namespace HWY_NAMESPACE {
+
+// The whole circle, which is full saturation and full value too.
+template <class T>
+constexpr float kScale = std::numeric_limits<T>::max();
+
+// How results become integers, and what becomes of those out of range.
+struct Truncated : Saturated {
+  static HWY_INLINE VI32 integer(VF32 v) { return truncated(v); }
+};
+struct Rounded : Saturated {
+  static HWY_INLINE VI32 integer(VF32 v) { return nearest(v); }
+};
+struct RoundedLowBits : LowBits {
+  static HWY_INLINE VI32 integer(VF32 v) { return nearest(v); }
+};
+
+// ---- RGB to HSV
+
+// Which channel gives the hue, as masks: that of the value, red where neither green nor blue is told. On a tie blocks
+// and tails choose differently; gray is always red's.
+template <class M>
+struct HueRule {
+  M green, blue;
+};
+struct BlockTies {
+  template <class M>
+  static HWY_INLINE HueRule<M> rule(M isRed, M isGreen, M isBlue) {
+    return {hn::AndNot(isRed, isGreen), hn::AndNot(isGreen, isBlue)};
+  }
+};
+struct TailTies {
+  template <class M>
+  static HWY_INLINE HueRule<M> rule(M isRed, M isGreen, M isBlue) {
+    return {hn::AndNot(isBlue, isGreen), hn::AndNot(hn::And(isRed, isGreen), isBlue)};
+  }
+};
+
+template <class T>
+VF32 reciprocal(VF32 x);
+template <>
+HWY_INLINE VF32 reciprocal<Zum8u>(VF32 x) {
+  return reciprocalEstimate(x);
+}
+template <>
+HWY_INLINE VF32 reciprocal<Zum16u>(VF32 x) {
+  return refinedReciprocal(x);
+}
+
+// Everything up to the first division is exact in samples.
+template <class T, class Ties, class Stored>
+struct RgbToHsv {
+  using V = Vec<T>;
+
+  struct Terms {
+    V divisor;  // the value, but never 0
+    V range;    // largest less smallest channel
+    V plus, minus, offset;  // hue in sextants: (plus - minus) / range + offset
+  };
+
+  struct HueSaturation {
+    VI32 hue, saturation;
+  };
+
+  static HWY_INLINE Channels<V> apply(const Channels<V>& rgb) {
+    const V value = hn::Max(hn::Max(rgb.c0, rgb.c1), rgb.c2);
+    const auto parts = inParts<RgbToHsv, T>(terms(rgb, value));
+    return {join<Stored>(parts, &HueSaturation::hue), join<Stored>(parts, &HueSaturation::saturation), value};
+  }
+
+  template <std::size_t part>
+  static HWY_INLINE HueSaturation lanes(const Terms& t) {
+    constexpr float kSextant = kScale<T> / 6;
+    const VF32 range = partToFloat<part>(t.range);
+    const VF32 saturation = reciprocal<T>(partToFloat<part>(t.divisor)) * range * all(kScale<T>);
+    const VF32 c = reciprocal<T>(hn::Max(range, all(1.0f)));
+    const VF32 sextants = partToFloat<part>(t.plus) * c - partToFloat<part>(t.minus) * c;
+    const VF32 hue = (sextants + partToFloat<part>(t.offset)) * all(kSextant);
+    const VF32 wrapped = hn::IfThenElse(hue < hn::Zero(Tag<float>()), hue + all(kScale<T>), hue);
+    return {Stored::integer(wrapped), Stored::integer(saturation)};
+  }
+
+ private:
+  static HWY_INLINE Terms terms(const Channels<V>& rgb, V value) {
+    const V smallest = hn::Min(hn::Min(rgb.c0, rgb.c1), rgb.c2);
+    const V r = value - rgb.c0, g = value - rgb.c1, b = value - rgb.c2;
+    const auto rule = Ties::rule(rgb.c0 == value, rgb.c1 == value, rgb.c2 == value);
+    return {hn::Max(value, all<T>(1)), value - smallest, choose(rule, b, r, g), choose(rule, g, b, r),
+            choose(rule, hn::Zero(Tag<T>()), all<T>(2), all<T>(4))};
+  }
+
+  template <class M>
+  static HWY_INLINE V choose(const HueRule<M>& rule, V red, V green, V blue) {
+    return hn::IfThenElse(rule.blue, blue, hn::IfThenElse(rule.green, green, red));
+  }
+};
+
+// ---- HSV to RGB
+
+template <class T, class Stored>
+struct HsvToRgb {
+  using V = Vec<T>;
+
+  struct Terms {
+    V hue, saturation, value;
+  };
+
+  // The sextant, the smallest channel, and the one in between when it falls and when it rises within the sextant.
+  struct Candidates {
+    VI32 sextant, smallest, falling, rising;
+  };
+
+  // Gray needs no care: without saturation all candidates are the value.
+  static HWY_INLINE Channels<V> apply(const Channels<V>& hsv) {
+    const Tag<T> d;
+    const V hue = hn::IfThenZeroElse(hsv.c0 == all(std::numeric_limits<T>::max()), hsv.c0), value = hsv.c2;
+    const auto parts = inParts<HsvToRgb, T>(Terms{hue, hsv.c1, value});
+    const V sextant = join<Saturated>(parts, &Candidates::sextant);
+    const V smallest = join<Stored>(parts, &Candidates::smallest), falling = join<Stored>(parts, &Candidates::falling),
+            rising = join<Stored>(parts, &Candidates::rising);
+
+    // The sextants come in pairs. In the first pair red and green are the larger two; each further pair moves all
+    // channels on by one.
+    const auto odd = hn::TestBit(sextant, all<T>(1));
+    const V first = hn::IfThenElse(odd, falling, value), second = hn::IfThenElse(odd, value, rising);
+    const hn::RebindToSigned<decltype(d)> di;
+    const auto s = hn::BitCast(di, sextant);
+    using I = hn::TFromD<decltype(di)>;
+    const auto pair0 = hn::RebindMask(d, s < all<I>(2)), pair2 = hn::RebindMask(d, s > all<I>(3));
+    return {choose(pair0, first, pair2, second, smallest), choose(pair0, second, pair2, smallest, first),
+            choose(pair0, smallest, pair2, first, second)};
+  }
+
+  template <std::size_t part>
+  static HWY_INLINE Candidates lanes(const Terms& t) {
+    constexpr float kPerDegree = 1.0f / 60, kDegrees = 360.0f / kScale<T>, kUnit = 1.0f / kScale<T>;
+    const VF32 value = partToFloat<part>(t.value);
+    const VF32 hue = partToFloat<part>(t.hue) * all(kPerDegree) * all(kDegrees);
+    const VI32 sextant = truncated(hue);
+    const VF32 chroma = partToFloat<part>(t.saturation) * all(kUnit) * value;
+    const VF32 smallest = value - chroma;
+    const VF32 ramp = (hue - toFloat(sextant)) * chroma;
+    return {sextant, Stored::integer(smallest), Stored::integer(value - ramp), Stored::integer(smallest + ramp)};
+  }
+
+ private:
+  template <class M>
+  static HWY_INLINE V choose(M is0, V v0, M is2, V v2, V v1) {
+    return hn::IfThenElse(is0, v0, hn::IfThenElse(is2, v2, v1));
+  }
+};
+
+// ---- Row kernels
+
+// Blocks of four pixels by one form, what remains by another.
+template <class Layout, class Block, class Tail, class T>
+HWY_INLINE void blocksAndTail(const T* src, T* dst, int width) {
+  const int blockEnd = width & ~3;
+  columns<Layout, Block, Layout>(src, dst, 0, blockEnd);
+  columns<Layout, Tail, Layout>(src, dst, blockEnd, width);
+}
+
+template <class Layout>
+HWY_INLINE void forward(const Zum8u* src, Zum8u* dst, int width) {
+  blocksAndTail<Layout, RgbToHsv<Zum8u, BlockTies, Truncated>, RgbToHsv<Zum8u, TailTies, RoundedLowBits>>(src, dst,
+                                                                                                          width);
+}
+template <class Layout>
+HWY_INLINE void forward(const Zum16u* src, Zum16u* dst, int width) {
+  blocksAndTail<Layout, RgbToHsv<Zum16u, BlockTies, Rounded>, RgbToHsv<Zum16u, TailTies, RoundedLowBits>>(src, dst,
+                                                                                                          width);
+}
+template <class Layout>
+HWY_INLINE void inverse(const Zum8u* src, Zum8u* dst, int width) {
+  blocksAndTail<Layout, HsvToRgb<Zum8u, Truncated>, HsvToRgb<Zum8u, RoundedLowBits>>(src, dst, width);
+}
+// One form for all columns.
+template <class Layout>
+HWY_INLINE void inverse(const Zum16u* src, Zum16u* dst, int width) {
+  columns<Layout, HsvToRgb<Zum16u, RoundedLowBits>, Layout>(src, dst, 0, width);
+}
+
+void innerRGBToHSV_8u_C3R(const Zum8u* src, Zum8u* dst, int width) { forward<Packed3<Zum8u>>(src, dst, width); }
+void innerRGBToHSV_8u_AC4R(const Zum8u* src, Zum8u* dst, int width) { forward<ThreeOf4<Zum8u>>(src, dst, width); }
+void innerRGBToHSV_16u_C3R(const Zum16u* src, Zum16u* dst, int width) { forward<Packed3<Zum16u>>(src, dst, width); }
+void innerRGBToHSV_16u_AC4R(const Zum16u* src, Zum16u* dst, int width) { forward<ThreeOf4<Zum16u>>(src, dst, width); }
+void innerHSVToRGB_8u_C3R(const Zum8u* src, Zum8u* dst, int width) { inverse<Packed3<Zum8u>>(src, dst, width); }
+void innerHSVToRGB_8u_AC4R(const Zum8u* src, Zum8u* dst, int width) { inverse<ThreeOf4<Zum8u>>(src, dst, width); }
+void innerHSVToRGB_16u_C3R(const Zum16u* src, Zum16u* dst, int width) { inverse<Packed3<Zum16u>>(src, dst, width); }
+void innerHSVToRGB_16u_AC4R(const Zum16u* src, Zum16u* dst, int width) { inverse<ThreeOf4<Zum16u>>(src, dst, width); }
+
+}  // namespace HWY_NAMESPACE
+}  // namespace zum
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace zum {
+
+HWY_EXPORT(innerRGBToHSV_8u_C3R);
+HWY_EXPORT(innerRGBToHSV_8u_AC4R);
+HWY_EXPORT(innerRGBToHSV_16u_C3R);
+HWY_EXPORT(innerRGBToHSV_16u_AC4R);
+HWY_EXPORT(innerHSVToRGB_8u_C3R);
+HWY_EXPORT(innerHSVToRGB_8u_AC4R);
+HWY_EXPORT(innerHSVToRGB_16u_C3R);
+HWY_EXPORT(innerHSVToRGB_16u_AC4R);
+
+// A 16-bit image, its steps counted in samples.
+template <class T>
+static Pixels<T> samples16(T* base, int step) {
+  return {base, wholeSamples(step)};
+}
+
+}  // namespace zum
+
+using namespace zum;
+
+ZumStatus zumiRGBToHSV_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
+  return convertRowsInParallel(ZUM_KERNEL(innerRGBToHSV_8u_C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
+}
+
+ZumStatus zumiRGBToHSV_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
+  return convertRowsInParallel(ZUM_KERNEL(innerRGBToHSV_8u_AC4R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
+}
+
+ZumStatus zumiRGBToHSV_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi) {
+  return convertRowsInParallel(ZUM_KERNEL(innerRGBToHSV_16u_C3R), samples16(pSrc, srcStep), samples16(pDst, dstStep),
+                               roi);
+}
+
+ZumStatus zumiRGBToHSV_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi) {
+  return convertRowsInParallel(ZUM_KERNEL(innerRGBToHSV_16u_AC4R), samples16(pSrc, srcStep), samples16(pDst, dstStep),
+                               roi);
+}
+
+ZumStatus zumiHSVToRGB_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
+  return convertRowsInParallel(ZUM_KERNEL(innerHSVToRGB_8u_C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
+}
+
+ZumStatus zumiHSVToRGB_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
+  return convertRowsInParallel(ZUM_KERNEL(innerHSVToRGB_8u_AC4R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
+}
+
+ZumStatus zumiHSVToRGB_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi) {
+  return convertRowsInParallel(ZUM_KERNEL(innerHSVToRGB_16u_C3R), samples16(pSrc, srcStep), samples16(pDst, dstStep),
+                               roi);
+}
+
+ZumStatus zumiHSVToRGB_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi) {
+  return convertRowsInParallel(ZUM_KERNEL(innerHSVToRGB_16u_AC4R), samples16(pSrc, srcStep), samples16(pDst, dstStep),
+                               roi);
+}
+
+#endif  // HWY_ONCE
