@@ -20,6 +20,12 @@ struct Pixels {
 template <class T>
 Pixels(T*, int) -> Pixels<T>;
 
+// One image of 16-bit samples whose steps are counted in samples.
+template <class T>
+Pixels<T> samples16(T* base, int step) {
+  return {base, wholeSamples(step)};
+}
+
 // An array of n planes, with one step for all or an array of steps.
 template <class T, std::size_t n, class Step>
 struct Planes {

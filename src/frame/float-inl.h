@@ -1,6 +1,6 @@
 // Single-precision arithmetic on integer samples. A vector of samples has as many parts as vectors of floats are needed
-// for it: four for bytes, two for 16-bit samples. A part takes four samples of every 128-bit block, so that samples widen
-// and narrow without leaving their block.
+// for it: four for bytes, two for 16-bit samples. A part takes four samples of every 128-bit block, so that samples
+// widen and narrow without leaving their block.
 //
 // The order of operations is part of every result. What looks like a step that could be saved changes a rounding.
 #if defined(ZUM_FRAME_FLOAT_INL_H) == defined(HWY_TARGET_TOGGLE)
@@ -90,8 +90,8 @@ template <std::size_t part, class V>
 HWY_INLINE VF32 partToFloat(V samples) {
   static constexpr PartBytes<hn::TFromV<V>, part> kBytes;
   const Tag<std::uint8_t> d8;
-  return toFloat(hn::BitCast(
-      Tag<std::int32_t>(), hn::TableLookupBytesOr0(hn::BitCast(d8, samples), hn::LoadDup128(d8, kBytes.at))));
+  return toFloat(hn::BitCast(Tag<std::int32_t>(),
+                             hn::TableLookupBytesOr0(hn::BitCast(d8, samples), hn::LoadDup128(d8, kBytes.at))));
 }
 
 // What a form's `lanes` gives for each part of its terms.

@@ -448,9 +448,9 @@ struct PackedA4 : Interleaved<std::uint8_t, 4, kLanes<std::uint32_t>> {
 
 // ---- Three of four interleaved channels
 //
-// Four vectors of pixels become a vector of each channel. A block of bytes holds four pixels, one of 16-bit samples two:
-// grouped by channel, either is four 32-bit lanes, a channel each, which transpose with those of the other vectors. The
-// pixels of a block of the result come from the same block of the four vectors.
+// Four vectors of pixels become a vector of each channel. A block of bytes holds four pixels, one of 16-bit samples
+// two: grouped by channel, either is four 32-bit lanes, a channel each, which transpose with those of the other
+// vectors. The pixels of a block of the result come from the same block of the four vectors.
 
 // The fourth channel is not loaded, and stays as it is in memory.
 template <class T>
@@ -498,7 +498,8 @@ struct ThreeOf4 : Interleaved<T, 4, kLanes<T>> {
     for (std::size_t c = 0; c < 4; ++c) {
       for (std::size_t pixel = 0; pixel < kBlockPixels; ++pixel) {
         for (std::size_t b = 0; b < sizeof(T); ++b) {
-          const std::size_t inPixels = (4 * pixel + c) * sizeof(T) + b, inLanes = (kBlockPixels * c + pixel) * sizeof(T) + b;
+          const std::size_t inPixels = (4 * pixel + c) * sizeof(T) + b,
+                            inLanes = (kBlockPixels * c + pixel) * sizeof(T) + b;
           index.at[back ? inPixels : inLanes] = static_cast<std::uint8_t>(back ? inLanes : inPixels);
         }
       }

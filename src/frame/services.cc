@@ -224,6 +224,12 @@ double accurateSumOfRows(const Rows<const float>& src, ZumiSize roi) {
   return odd + even;
 }
 
+// A result, at any alignment.
+template <class T>
+void store(T* to, T result) {
+  std::memcpy(to, &result, sizeof(result));
+}
+
 constexpr std::size_t kBlockAlignment = 32;
 
 // The word before the block is for the address that the allocator returned.
@@ -275,14 +281,14 @@ ZumStatus zumiSet_8u_C1R(Zum8u value, Zum8u* pDst, int dstStep, ZumiSize roi) {
 ZumStatus zumiMax_32f_C1R(const Zum32f* pSrc, int srcStep, ZumiSize roi, Zum32f* pMax) {
   const Pixels src{pSrc, srcStep};
   if (const ZumStatus status = check(src, Pixels{pMax, 0}, roi)) return status;
-  *pMax = ZUM_KERNEL(maxOfRows)(src.rows(), roi);
+  store(pMax, ZUM_KERNEL(maxOfRows)(src.rows(), roi));
   return zumOk;
 }
 
 ZumStatus zumiSum_32f_C1R(const Zum32f* pSrc, int srcStep, ZumiSize roi, double* pSum, int hint) {
   const Pixels src{pSrc, srcStep};
   if (const ZumStatus status = check(src, Pixels{pSum, 0}, roi)) return status;
-  *pSum = hint == zumHintAccurate ? accurateSumOfRows(src.rows(), roi) : ZUM_KERNEL(sumOfRows)(src.rows(), roi);
+  store(pSum, hint == zumHintAccurate ? accurateSumOfRows(src.rows(), roi) : ZUM_KERNEL(sumOfRows)(src.rows(), roi));
   return zumOk;
 }
 
@@ -290,7 +296,7 @@ ZumStatus zumiMean_32f_C1R(const Zum32f* pSrc, int srcStep, ZumiSize roi, double
   if (!pMean) return zumErrNullPtr;
   double sum;
   const ZumStatus status = zumiSum_32f_C1R(pSrc, srcStep, roi, &sum, hint);
-  if (status == zumOk) *pMean = sum / (static_cast<double>(roi.width) * roi.height);
+  if (status == zumOk) store(pMean, sum / (static_cast<double>(roi.width) * roi.height));
   return status;
 }
 

@@ -4,10 +4,10 @@
 #include <limits>
 
 #include "frame/drivers.h"
-#include "hwy/foreach_target.h"
-#include "hwy/highway.h"
 #include "frame/float-inl.h"
 #include "frame/layouts-inl.h"
+#include "hwy/foreach_target.h"
+#include "hwy/highway.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace zum {
@@ -66,8 +66,8 @@ struct RgbToHsv {
   using V = Vec<T>;
 
   struct Terms {
-    V divisor;  // the value, but never 0
-    V range;    // largest less smallest channel
+    V divisor;              // the value, but never 0
+    V range;                // largest less smallest channel
     V plus, minus, offset;  // hue in sextants: (plus - minus) / range + offset
   };
 
@@ -217,12 +217,6 @@ HWY_EXPORT(innerHSVToRGB_8u_C3R);
 HWY_EXPORT(innerHSVToRGB_8u_AC4R);
 HWY_EXPORT(innerHSVToRGB_16u_C3R);
 HWY_EXPORT(innerHSVToRGB_16u_AC4R);
-
-// A 16-bit image, its steps counted in samples.
-template <class T>
-static Pixels<T> samples16(T* base, int step) {
-  return {base, wholeSamples(step)};
-}
 
 }  // namespace zum
 
