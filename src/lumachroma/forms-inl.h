@@ -26,10 +26,9 @@ struct OnHalves {
   }
 };
 
-// Pixels in 32-bit lanes, as pairs of 16-bit numbers: channels 0 and 2 in one vector, channel 1 in the lower half of
-// each lane of the other, whose upper half is anything.
+// Pixels in 32-bit lanes, as pairs of 16-bit numbers: channels 0 and 2, channels 0 and 1.
 struct PixelPairs {
-  VI16 c02, c1;
+  VI16 c02, c01;
 };
 
 // Applies a form's `lanes` to bytes of separate channels.
@@ -39,19 +38,16 @@ struct OnLanes {
     const Tag<std::uint8_t> d;
     const Halves<VI16> lower02 = widen(hn::InterleaveLower(d, in.c0, in.c2)),
                        upper02 = widen(hn::InterleaveUpper(d, in.c0, in.c2)),
-                       lower1 = widen(hn::InterleaveLower(d, in.c1, in.c1)),
-                       upper1 = widen(hn::InterleaveUpper(d, in.c1, in.c1));
-    const Channels<VI32> q0 = Form::lanes({lower02.a, lower1.a}), q1 = Form::lanes({lower02.b, lower1.b}),
-                         q2 = Form::lanes({upper02.a, upper1.a}), q3 = Form::lanes({upper02.b, upper1.b});
+                       lower01 = widen(hn::InterleaveLower(d, in.c0, in.c1)),
+                       upper01 = widen(hn::InterleaveUpper(d, in.c0, in.c1));
+    const Channels<VI32> q0 = Form::lanes({lower02.a, lower01.a}), q1 = Form::lanes({lower02.b, lower01.b}),
+                         q2 = Form::lanes({upper02.a, upper01.a}), q3 = Form::lanes({upper02.b, upper01.b});
     return {bytes(q0.c0, q1.c0, q2.c0, q3.c0), bytes(q0.c1, q1.c1, q2.c1, q3.c1), bytes(q0.c2, q1.c2, q2.c2, q3.c2)};
   }
 
   // The same with the pixels in the lanes already.
   static HWY_INLINE VU32 apply(VU32 pixels) {
-    const VU16 pairs = hn::BitCast(Tag<std::uint16_t>(), pixels);
-    const Tag<std::int16_t> d16;
-    const Channels<VI32> out = Form::lanes(
-        {hn::BitCast(d16, hn::And(pairs, all<std::uint16_t>(0xFF))), hn::BitCast(d16, hn::ShiftRight<8>(pairs))});
+    const Channels<VI32> out = Form::lanes({pairs<2>(pixels), pairs<1>(pixels)});
     // In each block four bytes of channel 0, of channel 1, of channel 2, and four zeros.
     const VU8 planes = packToBytes(pack(out.c0, out.c1), pack(out.c2, hn::Zero(Tag<std::int32_t>())));
     alignas(16) static constexpr std::uint8_t kToPixels[16] = {0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15};
@@ -61,6 +57,17 @@ struct OnLanes {
 
  private:
   static HWY_INLINE VU8 bytes(VI32 q0, VI32 q1, VI32 q2, VI32 q3) { return packToBytes(pack(q0, q1), pack(q2, q3)); }
+
+  // Channel 0 and another of each pixel, widened.
+  template <std::uint8_t other>
+  static HWY_INLINE VI16 pairs(VU32 pixels) {
+    constexpr std::uint8_t kZero = 0x80;
+    alignas(16) static constexpr std::uint8_t kBytes[16] = {0, kZero, 0 + other, kZero, 4,  kZero, 4 + other,  kZero,
+                                                            8, kZero, 8 + other, kZero, 12, kZero, 12 + other, kZero};
+    const Tag<std::uint8_t> d8;
+    return hn::BitCast(Tag<std::int16_t>(),
+                       hn::TableLookupBytesOr0(hn::BitCast(d8, pixels), hn::LoadDup128(d8, kBytes)));
+  }
 };
 
 // ---- RGB to YCbCr
@@ -113,11 +120,11 @@ struct RoundedSum {
 struct Exact {
   static HWY_INLINE Channels<VI32> lanes(const PixelPairs& rgb) {
     const VI32 chroma = all(kChromaOffset << 16 | 1 << 15);
-    const VI16 greenHalf = pairsOf(33030 / 2, 0);  // 33030 is more than a factor can be: it is added in two halves
+    const VI16 greenHalf = pairsOf(0, 33030 / 2);  // 33030 is more than a factor can be: it is added in two halves
     const VI32 y = addDots(all(kLumaOffset << 16 | 1 << 15), rgb.c02, pairsOf(16843, 6423));
-    return {hn::ShiftRight<16>(addDots(addDots(y, rgb.c1, greenHalf), rgb.c1, greenHalf)),
-            hn::ShiftRight<16>(addDots(addDots(chroma, rgb.c02, pairsOf(-9699, 28770)), rgb.c1, pairsOf(-19071, 0))),
-            hn::ShiftRight<16>(addDots(addDots(chroma, rgb.c02, pairsOf(28770, -4653)), rgb.c1, pairsOf(-24117, 0)))};
+    return {hn::ShiftRight<16>(addDots(addDots(y, rgb.c01, greenHalf), rgb.c01, greenHalf)),
+            hn::ShiftRight<16>(addDots(addDots(chroma, rgb.c02, pairsOf(-9699, 28770)), rgb.c01, pairsOf(0, -19071))),
+            hn::ShiftRight<16>(addDots(addDots(chroma, rgb.c02, pairsOf(28770, -4653)), rgb.c01, pairsOf(0, -24117)))};
   }
 };
 
@@ -176,17 +183,18 @@ struct OnPairs {
 // Exact sums at 65536 times the sample, truncated. The factors are the family's; offsets are added to R, G, B.
 template <int kY, int kRedFromCr, int kGreenFromCb, int kGreenFromCr, int kBlueFromCb, int kRed, int kGreen, int kBlue>
 struct ExactInverse {
+  static HWY_INLINE Channels<VI32> lanes(const PixelPairs& ycc) {
+    const VI16 yCr = ycc.c02, yCb = ycc.c01, yCr8 = hn::ShiftLeft<3>(yCr), yCb8 = hn::ShiftLeft<3>(yCb);
+    const VI32 r = add(all(kRed), yCr, yCr8, kY, kRedFromCr);
+    const VI32 g = addDots(add(all(kGreen), yCr, yCr8, kY, kGreenFromCr), yCb, pairsOf(0, kGreenFromCb));
+    const VI32 b = add(all(kBlue), yCb, yCb8, kY, kBlueFromCb);
+    return {hn::ShiftRight<16>(r), hn::ShiftRight<16>(g), hn::ShiftRight<16>(b)};
+  }
+
+ private:
   // Factors beyond 16 bits are multiplied as eight times one part plus another.
   static HWY_INLINE VI32 add(VI32 sum, VI16 x, VI16 x8, int even, int odd) {
     return addDots(addDots(sum, x8, pairsOf(even >> 3, odd >> 3)), x, pairsOf(even & 7, odd & 7));
-  }
-  static HWY_INLINE Channels<VI32> lanes(const PixelPairs& ycc) {
-    const VI16 yCr = ycc.c02, cb = ycc.c1;
-    const VI16 yCr8 = hn::ShiftLeft<3>(yCr), cb8 = hn::ShiftLeft<3>(cb);
-    const VI32 r = add(all(kRed), yCr, yCr8, kY, kRedFromCr);
-    const VI32 g = add(add(all(kGreen), yCr, yCr8, kY, kGreenFromCr), cb, cb8, kGreenFromCb, 0);
-    const VI32 b = add(add(all(kBlue), yCr, yCr8, kY, 0), cb, cb8, kBlueFromCb, 0);
-    return {hn::ShiftRight<16>(r), hn::ShiftRight<16>(g), hn::ShiftRight<16>(b)};
   }
 };
 
