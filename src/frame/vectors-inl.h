@@ -98,6 +98,32 @@ HWY_INLINE VU16 packToWords(VI32 a, VI32 b) {
 #endif
 }
 
+// Bytes times 128 in 16-bit lanes, and the low bytes of lanes over 64 back: the same bytes in the same places if they
+// went through both. Which lane is where is what suits the instruction set.
+#if HWY_TARGET <= HWY_AVX3_DL
+HWY_INLINE Halves<VI16> times128(VU8 v) {
+  const Tag<std::int16_t> d16;
+  const VU16 pairs = hn::BitCast(Tag<std::uint16_t>(), v), mask = all<std::uint16_t>(0x7F80);
+  return {hn::BitCast(d16, hn::And(hn::ShiftLeft<7>(pairs), mask)),
+          hn::BitCast(d16, hn::And(hn::ShiftRight<1>(pairs), mask))};
+}
+HWY_INLINE VU8 over64(Halves<VI16> h) {
+  // In every 64 bits the bytes from bit 6 of each lane, twice.
+  const __m512i from = _mm512_set1_epi64(0x3636262616160606);
+  const __m512i even = _mm512_multishift_epi64_epi8(from, h.a.raw);
+  return VU8{_mm512_mask_multishift_epi64_epi8(even, 0xAAAAAAAAAAAAAAAA, from, h.b.raw)};
+}
+#else
+HWY_INLINE Halves<VI16> times128(VU8 v) {
+  const Halves<VI16> wide = widen(v);
+  return {hn::ShiftLeft<7>(wide.a), hn::ShiftLeft<7>(wide.b)};
+}
+HWY_INLINE VU8 over64(Halves<VI16> h) {
+  const VI16 byte = all<std::int16_t>(0xFF);
+  return packToBytes(hn::ShiftRight<6>(h.a) & byte, hn::ShiftRight<6>(h.b) & byte);
+}
+#endif
+
 // Bytes split into 16-bit lanes by position: lane i of a is byte 2 i, of b byte 2 i + 1. Neighbouring pixels stand in
 // the same lane of the two halves, so that a pair's sum is a sum and a pair's chroma serves both.
 HWY_INLINE Halves<VI16> splitPairs(VU8 v) {

@@ -75,23 +75,23 @@ struct OnLanes {
 constexpr int kLumaOffset = 16;
 constexpr int kChromaOffset = 128;
 
-// Each term rounded at 64 times the sample, their sum truncated.
+// Each term rounded at 64 times the sample, their sum truncated. From 128 times the samples, 64 times Y less its
+// offset, and so on; nothing leaves the range of a byte.
 struct RoundedTerms {
-  static HWY_INLINE VI16 luma(VI16 r, VI16 g, VI16 b) {  // 128 times the samples
-    const VI16 sum = mulRounded15(4211, r) + mulRounded15(8258, g) + mulRounded15(1606, b);
-    return hn::ShiftRight<6>(sum) + all<std::int16_t>(kLumaOffset);
+  static HWY_INLINE VI16 luma(VI16 r, VI16 g, VI16 b) {
+    return mulRounded15(4211, r) + mulRounded15(8258, g) + mulRounded15(1606, b);
   }
   static HWY_INLINE VI16 cb(VI16 r, VI16 g, VI16 b) {
-    const VI16 sum = mulRounded15(7193, b) - mulRounded15(4768, g) - mulRounded15(2425, r);
-    return hn::ShiftRight<6>(sum) + all<std::int16_t>(kChromaOffset);
+    return mulRounded15(7193, b) - mulRounded15(4768, g) - mulRounded15(2425, r);
   }
   static HWY_INLINE VI16 cr(VI16 r, VI16 g, VI16 b) {
-    const VI16 sum = mulRounded15(7193, r) - mulRounded15(6029, g) - mulRounded15(1163, b);
-    return hn::ShiftRight<6>(sum) + all<std::int16_t>(kChromaOffset);
+    return mulRounded15(7193, r) - mulRounded15(6029, g) - mulRounded15(1163, b);
   }
-  static HWY_INLINE Channels<VI16> half(const Channels<VI16>& rgb) {
-    const VI16 r = hn::ShiftLeft<7>(rgb.c0), g = hn::ShiftLeft<7>(rgb.c1), b = hn::ShiftLeft<7>(rgb.c2);
-    return {luma(r, g, b), cb(r, g, b), cr(r, g, b)};
+  static HWY_INLINE Channels<VU8> apply(const Channels<VU8>& rgb) {
+    const Halves<VI16> r = times128(rgb.c0), g = times128(rgb.c1), b = times128(rgb.c2);
+    return {over64({luma(r.a, g.a, b.a), luma(r.b, g.b, b.b)}) + all<std::uint8_t>(kLumaOffset),
+            over64({cb(r.a, g.a, b.a), cb(r.b, g.b, b.b)}) + all<std::uint8_t>(kChromaOffset),
+            over64({cr(r.a, g.a, b.a), cr(r.b, g.b, b.b)}) + all<std::uint8_t>(kChromaOffset)};
   }
 };
 

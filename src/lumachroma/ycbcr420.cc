@@ -17,23 +17,23 @@ using C3Pair = RowPairOf<C3>;
 // The rounded terms of 4:4:4, the chroma from the sum of four pixels at a quarter of its scale.
 struct RoundedTermsOfFour {
   static HWY_INLINE Luma420 apply(const TwoRows<Channels<VU8>>& rgb) {
-    Channels<VI16> sumUpper, sumLower;
-    const VU8 upper = row(rgb.upper, sumUpper), lower = row(rgb.lower, sumLower);
-    const VI16 r = hn::ShiftLeft<5>(sumUpper.c0 + sumLower.c0), g = hn::ShiftLeft<5>(sumUpper.c1 + sumLower.c1),
-               b = hn::ShiftLeft<5>(sumUpper.c2 + sumLower.c2);
-    return {upper, lower, RoundedTerms::cb(r, g, b), RoundedTerms::cr(r, g, b)};
+    const VI16 r = sum(rgb.upper.c0, rgb.lower.c0), g = sum(rgb.upper.c1, rgb.lower.c1),
+               b = sum(rgb.upper.c2, rgb.lower.c2);
+    return {luma(rgb.upper), luma(rgb.lower), chroma(RoundedTerms::cb(r, g, b)), chroma(RoundedTerms::cr(r, g, b))};
   }
 
  private:
-  // The luma of a row, and the sums of its pixel pairs.
-  static HWY_INLINE VU8 row(const Channels<VU8>& rgb, Channels<VI16>& sums) {
-    const Halves<VI16> r = splitPairs(rgb.c0), g = splitPairs(rgb.c1), b = splitPairs(rgb.c2);
-    sums = {r.a + r.b, g.a + g.b, b.a + b.b};
-    return joinPairs(luma(r.a, g.a, b.a), luma(r.b, g.b, b.b));
+  static HWY_INLINE VU8 luma(const Channels<VU8>& rgb) {
+    const Halves<VI16> r = times128(rgb.c0), g = times128(rgb.c1), b = times128(rgb.c2);
+    return over64({RoundedTerms::luma(r.a, g.a, b.a), RoundedTerms::luma(r.b, g.b, b.b)}) +
+           all<std::uint8_t>(kLumaOffset);
   }
-  static HWY_INLINE VI16 luma(VI16 r, VI16 g, VI16 b) {
-    return RoundedTerms::luma(hn::ShiftLeft<7>(r), hn::ShiftLeft<7>(g), hn::ShiftLeft<7>(b));
+  // 128 times the mean of two by two pixels.
+  static HWY_INLINE VI16 sum(VU8 upper, VU8 lower) {
+    const Halves<VI16> u = splitPairs(upper), l = splitPairs(lower);
+    return hn::ShiftLeft<5>(u.a + u.b + l.a + l.b);
   }
+  static HWY_INLINE VI16 chroma(VI16 sum) { return hn::ShiftRight<6>(sum) + all<std::int16_t>(kChromaOffset); }
 };
 
 // Blocks of 8 pairs and one of 4, by the same form, then single pairs.

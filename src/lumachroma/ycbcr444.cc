@@ -18,7 +18,7 @@ using P3Target = PlaneRow<Zum8u, 3>;
 // A row in two column ranges: whole blocks by one form, what remains by another.
 template <class Src, class Block, class Tail, class Dst, class SrcRow, class DstRow>
 HWY_INLINE void blocksAndTail(const SrcRow& src, const DstRow& dst, std::size_t blockEnd, std::size_t width) {
-  columns<Src, OnHalves<Block>, Dst>(src, dst, 0, blockEnd);
+  columns<Src, Block, Dst>(src, dst, 0, blockEnd);
   columns<Src, OnLanes<Tail>, Dst>(src, dst, blockEnd, width);
 }
 
@@ -31,12 +31,12 @@ void innerRGBToYCbCr_AC4R(const Zum8u* src, Zum8u* dst, int width) {
 }
 
 void innerRGBToYCbCr_C3P2_C3P2R(P3Row src, P3Target dst, int width) {
-  blocksAndTail<P3, RoundedSum, Exact, P3>(src, dst, width & ~15, width);
+  blocksAndTail<P3, OnHalves<RoundedSum>, Exact, P3>(src, dst, width & ~15, width);
 }
 
 // Blocks of 8, then one of 4, by the same form.
 void innerYCbCrToRGB_C3_C3R(const Zum8u* src, Zum8u* dst, int width) {
-  blocksAndTail<C3, Truncated16, FineInverse, C3>(src, dst, width & ~3, width);
+  blocksAndTail<C3, OnHalves<Truncated16>, FineInverse, C3>(src, dst, width & ~3, width);
 }
 
 void innerYCbCrToRGB_AC4R(const Zum8u* src, Zum8u* dst, int width) {
@@ -44,11 +44,11 @@ void innerYCbCrToRGB_AC4R(const Zum8u* src, Zum8u* dst, int width) {
 }
 
 void innerYCbCrToRGB_C3P2_C3P2R(P3Row src, P3Target dst, int width) {
-  blocksAndTail<P3, Truncated16, FineInverse, P3>(src, dst, width & ~3, width);
+  blocksAndTail<P3, OnHalves<Truncated16>, FineInverse, P3>(src, dst, width & ~3, width);
 }
 
 void innerYCbCrToRGB_8u_P3C3R(P3Row src, Zum8u* dst, int width) {
-  blocksAndTail<P3, Rounded16, FinePlanarInverse, C3>(src, dst, width & ~7, width);
+  blocksAndTail<P3, OnHalves<Rounded16>, FinePlanarInverse, C3>(src, dst, width & ~7, width);
 }
 
 }  // namespace HWY_NAMESPACE
