@@ -4,10 +4,11 @@
 #include <limits>
 
 #include "frame/drivers.h"
-#include "frame/float-inl.h"
-#include "frame/layouts-inl.h"
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
+
+#include "frame/float-inl.h"
+#include "frame/layouts-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace zum {
