@@ -3,10 +3,12 @@
 //   kPixels                  the pixels that one load or store takes
 //   kKeeps                   whether a store leaves some bytes of its pixels as they are in memory
 //   at(row, x)               a row handle, moved on to pixel x
-//   load(row), store(v, row) kPixels pixels, at a row handle
-//   pixel(row, x), setPixel(row, x, p)  one pixel, where single pixels are worked on
+//   load(row, access), store(v, row, access)
+//                            kPixels pixels, or the first of them, at a row handle
+//   pixel(row, x), setPixel(row, x, p)
+//                            one pixel, where single pixels are worked on
 //   Local                    room for kPixels pixels, with row(), copyIn(row, n) and copyOut(row, n), for the end of a
-//   row
+//                            row where the instruction set does not take the first of a vector's pixels alone
 //
 // A row handle is a pointer, or an array of them for planes.
 #if defined(ZUM_FRAME_LAYOUTS_INL_H) == defined(HWY_TARGET_TOGGLE)
@@ -25,6 +27,55 @@ namespace zum {
 namespace HWY_NAMESPACE {
 
 // ---- Memory
+
+// Access to whole vectors. Every load is an instruction of its own: left to itself the compiler merges loads into
+// masked blends, and masked loads that miss the cache are several times slower than plain ones.
+struct Whole {
+  Whole samples(std::size_t) const { return {}; }
+  Whole half() const { return {}; }
+
+  template <class D>
+  static HWY_INLINE hn::Vec<D> load(D d, const hn::TFromD<D>* p) {
+    hn::Vec<D> v = hn::LoadU(d, p);
+#if HWY_TARGET <= HWY_AVX3
+    asm("" : "+v"(v.raw));
+#endif
+    return v;
+  }
+  template <class D>
+  static HWY_INLINE hn::Vec<D> load(D d, const hn::TFromD<D>* p, std::size_t i) {
+    return load(d, p + i);
+  }
+  template <class D>
+  static HWY_INLINE void store(hn::Vec<D> v, D d, hn::TFromD<D>* p, std::size_t i = 0) {
+    hn::StoreU(v, d, p + i);
+  }
+};
+
+#if HWY_TARGET <= HWY_AVX3
+// Access to the first n pixels, or samples, of a load or a store. Vector i of them starts i samples behind p.
+struct First {
+  std::size_t n;
+
+  First samples(std::size_t ofPixel) const { return {n * ofPixel}; }
+  First half() const { return {n / 2}; }
+
+  template <class D>
+  HWY_INLINE hn::Vec<D> load(D d, const hn::TFromD<D>* p, std::size_t i = 0) const {
+    return hn::MaskedLoad(mask(d, i), d, p + i);
+  }
+  template <class D>
+  HWY_INLINE void store(hn::Vec<D> v, D d, hn::TFromD<D>* p, std::size_t i = 0) const {
+    hn::BlendedStore(v, mask(d, i), d, p + i);
+  }
+
+ private:
+  template <class D>
+  HWY_INLINE hn::Mask<D> mask(D d, std::size_t i) const {
+    return hn::FirstN(d, n > i ? n - i : 0);
+  }
+};
+#endif
 
 // Pixels of `samples` interleaved samples, vectors of `pixels`.
 template <class T, std::size_t samples, std::size_t pixels>
@@ -153,45 +204,51 @@ HWY_INLINE VU8 select(VU8 v0, VU8 v1, VU8 v2, const Table& mask1, const Table& m
   return hn::IfThenElse(is2, v2, hn::IfThenElse(is1, v1, v0));
 }
 
-// Three vectors of consecutive pieces: piece p of block b is block b of vector p.
-HWY_INLINE void loadPieces(const std::uint8_t* p, VU8& v0, VU8& v1, VU8& v2) {
+// Three vectors of consecutive pieces: piece p of block b is block b of vector p. The access is in bytes.
+template <class Access>
+HWY_INLINE void loadPieces(const std::uint8_t* p, Access access, VU8& v0, VU8& v1, VU8& v2) {
 #if HWY_TARGET == HWY_AVX2
   const Tag<std::uint8_t> d;
   const hn::Half<Tag<std::uint8_t>> half;
-  v0 = hn::Combine(d, hn::LoadU(half, p + 48), hn::LoadU(half, p));
-  v1 = hn::Combine(d, hn::LoadU(half, p + 64), hn::LoadU(half, p + 16));
-  v2 = hn::Combine(d, hn::LoadU(half, p + 80), hn::LoadU(half, p + 32));
+  v0 = hn::Combine(d, access.load(half, p, 48), access.load(half, p));
+  v1 = hn::Combine(d, access.load(half, p, 64), access.load(half, p, 16));
+  v2 = hn::Combine(d, access.load(half, p, 80), access.load(half, p, 32));
 #else
-  v0 = loadWhole(p);
-  v1 = loadWhole(p + kPieceBytes);
-  v2 = loadWhole(p + 2 * kPieceBytes);
+  const Tag<std::uint8_t> d;
+  v0 = access.load(d, p);
+  v1 = access.load(d, p, kPieceBytes);
+  v2 = access.load(d, p, 2 * kPieceBytes);
 #endif
 }
 
-HWY_INLINE void storePieces(VU8 v0, VU8 v1, VU8 v2, std::uint8_t* p) {
+template <class Access>
+HWY_INLINE void storePieces(VU8 v0, VU8 v1, VU8 v2, std::uint8_t* p, Access access) {
   const Tag<std::uint8_t> d;
 #if HWY_TARGET == HWY_AVX2
-  hn::StoreU(hn::ConcatLowerLower(d, v1, v0), d, p);
-  hn::StoreU(hn::ConcatUpperLower(d, v0, v2), d, p + 32);
-  hn::StoreU(hn::ConcatUpperUpper(d, v2, v1), d, p + 64);
+  access.store(hn::ConcatLowerLower(d, v1, v0), d, p);
+  access.store(hn::ConcatUpperLower(d, v0, v2), d, p, 32);
+  access.store(hn::ConcatUpperUpper(d, v2, v1), d, p, 64);
 #else
-  hn::StoreU(v0, d, p);
-  hn::StoreU(v1, d, p + kPieceBytes);
-  hn::StoreU(v2, d, p + 2 * kPieceBytes);
+  access.store(v0, d, p);
+  access.store(v1, d, p, kPieceBytes);
+  access.store(v2, d, p, 2 * kPieceBytes);
 #endif
 }
 
 template <class T>
 struct Packed3 : Interleaved<T, 3, kLanes<T>> {
-  static HWY_INLINE Channels<Vec<T>> load(const T* row) {
+  template <class Access = Whole>
+  static HWY_INLINE Channels<Vec<T>> load(const T* row, Access access = {}) {
     VU8 v0, v1, v2;
-    loadPieces(reinterpret_cast<const std::uint8_t*>(row), v0, v1, v2);
+    loadPieces(reinterpret_cast<const std::uint8_t*>(row), access.samples(3 * sizeof(T)), v0, v1, v2);
     return {channel<0>(v0, v1, v2), channel<1>(v0, v1, v2), channel<2>(v0, v1, v2)};
   }
 
-  static HWY_INLINE void store(const Channels<Vec<T>>& v, T* row) {
+  template <class Access = Whole>
+  static HWY_INLINE void store(const Channels<Vec<T>>& v, T* row, Access access = {}) {
     const VU8 x0 = spread<0>(v.c0), x1 = spread<1>(v.c1), x2 = spread<2>(v.c2);
-    storePieces(piece<0>(x0, x1, x2), piece<1>(x0, x1, x2), piece<2>(x0, x1, x2), reinterpret_cast<std::uint8_t*>(row));
+    storePieces(piece<0>(x0, x1, x2), piece<1>(x0, x1, x2), piece<2>(x0, x1, x2), reinterpret_cast<std::uint8_t*>(row),
+                access.samples(3 * sizeof(T)));
   }
 
   static Pixel pixel(const T* row, std::size_t x) { return {row[3 * x], row[3 * x + 1], row[3 * x + 2]}; }
@@ -228,17 +285,18 @@ struct Packed3 : Interleaved<T, 3, kLanes<T>> {
 
 template <class T>
 struct Planes3 : Planar<T, 3, kLanes<T>> {
-  template <class Sample>
-  static HWY_INLINE Channels<Vec<T>> load(const PlaneRow<Sample, 3>& row) {
+  template <class Sample, class Access = Whole>
+  static HWY_INLINE Channels<Vec<T>> load(const PlaneRow<Sample, 3>& row, Access access = {}) {
     const Tag<T> d;
-    return {hn::LoadU(d, row[0]), hn::LoadU(d, row[1]), hn::LoadU(d, row[2])};
+    return {access.load(d, row[0]), access.load(d, row[1]), access.load(d, row[2])};
   }
 
-  static HWY_INLINE void store(const Channels<Vec<T>>& v, const PlaneRow<T, 3>& row) {
+  template <class Access = Whole>
+  static HWY_INLINE void store(const Channels<Vec<T>>& v, const PlaneRow<T, 3>& row, Access access = {}) {
     const Tag<T> d;
-    hn::StoreU(v.c0, d, row[0]);
-    hn::StoreU(v.c1, d, row[1]);
-    hn::StoreU(v.c2, d, row[2]);
+    access.store(v.c0, d, row[0]);
+    access.store(v.c1, d, row[1]);
+    access.store(v.c2, d, row[2]);
   }
 
   static Pixel pixel(const PlaneRow<const T, 3>& row, std::size_t x) { return {row[0][x], row[1][x], row[2][x]}; }
@@ -268,9 +326,10 @@ enum class ChromaOrder { CbCr, CrCb };
 // Packed 4:2:2: Y0 Cb Y1 Cr, or with the chroma bytes exchanged.
 template <ChromaOrder order>
 struct Packed422 : Interleaved<std::uint8_t, 2, kLanes<std::uint8_t>> {
-  static HWY_INLINE Luma422 load(const std::uint8_t* row) {
+  template <class Access = Whole>
+  static HWY_INLINE Luma422 load(const std::uint8_t* row, Access access = {}) {
     const Tag<std::uint8_t> d;
-    const VU8 v0 = loadWhole(row), v1 = loadWhole(row + kLanes<std::uint8_t>);
+    const VU8 v0 = access.samples(2).load(d, row), v1 = access.samples(2).load(d, row, kLanes<std::uint8_t>);
     const Halves<VI16> chroma = splitPairs(hn::ConcatOdd(d, v1, v0));
     const VU8 y = hn::ConcatEven(d, v1, v0);
     if constexpr (order == ChromaOrder::CbCr) {
@@ -280,19 +339,25 @@ struct Packed422 : Interleaved<std::uint8_t, 2, kLanes<std::uint8_t>> {
     }
   }
 
-  static HWY_INLINE void store(const Luma422& v, std::uint8_t* row) {
+  template <class Access = Whole>
+  static HWY_INLINE void store(const Luma422& v, std::uint8_t* row, Access access = {}) {
     const VU8 chroma = order == ChromaOrder::CbCr ? joinPairs(v.cb, v.cr) : joinPairs(v.cr, v.cb);
-    hn::StoreInterleaved2(v.y, chroma, Tag<std::uint8_t>(), row);
+    const Halves<VU8> both = zip(v.y, chroma);
+    const Tag<std::uint8_t> d;
+    access.samples(2).store(both.a, d, row);
+    access.samples(2).store(both.b, d, row, kLanes<std::uint8_t>);
   }
 };
 
-// Half a vector of chroma bytes.
-HWY_INLINE VI16 loadChroma(const std::uint8_t* p) {
-  return hn::PromoteTo(Tag<std::int16_t>(), hn::LoadU(hn::Half<Tag<std::uint8_t>>(), p));
+// Half a vector of chroma bytes. The access is in pixels of luma.
+template <class Access>
+HWY_INLINE VI16 loadChroma(const std::uint8_t* p, Access access) {
+  return hn::PromoteTo(Tag<std::int16_t>(), access.half().load(hn::Half<Tag<std::uint8_t>>(), p));
 }
-HWY_INLINE void storeChroma(VI16 v, std::uint8_t* p) {
+template <class Access>
+HWY_INLINE void storeChroma(VI16 v, std::uint8_t* p, Access access) {
   const hn::Half<Tag<std::uint8_t>> half;
-  hn::StoreU(hn::DemoteTo(half, v), half, p);
+  access.half().store(hn::DemoteTo(half, v), half, p);
 }
 
 // The ends of a luma row and of the chroma rows of half its width.
@@ -321,8 +386,9 @@ struct Planes422 {
 
   static Row at(const Row& row, std::size_t x) { return {row[0] + x, row[1] + x / 2, row[2] + x / 2}; }
 
-  static HWY_INLINE Luma422 load(const Row& row) {
-    return {hn::LoadU(Tag<std::uint8_t>(), row[0]), loadChroma(row[1]), loadChroma(row[2])};
+  template <class Access = Whole>
+  static HWY_INLINE Luma422 load(const Row& row, Access access = {}) {
+    return {access.load(Tag<std::uint8_t>(), row[0]), loadChroma(row[1], access), loadChroma(row[2], access)};
   }
 
   class Local {
@@ -349,18 +415,20 @@ struct Planes420 {
     return {{rows.luma.upper + x, rows.luma.lower + x}, rows.cb + x / 2, rows.cr + x / 2};
   }
 
-  template <class Sample>
-  static HWY_INLINE Luma420 load(const RowPair420<Sample>& rows) {
+  template <class Sample, class Access = Whole>
+  static HWY_INLINE Luma420 load(const RowPair420<Sample>& rows, Access access = {}) {
     const Tag<std::uint8_t> d;
-    return {hn::LoadU(d, rows.luma.upper), hn::LoadU(d, rows.luma.lower), loadChroma(rows.cb), loadChroma(rows.cr)};
+    return {access.load(d, rows.luma.upper), access.load(d, rows.luma.lower), loadChroma(rows.cb, access),
+            loadChroma(rows.cr, access)};
   }
 
-  static HWY_INLINE void store(const Luma420& v, const RowPair420<std::uint8_t>& rows) {
+  template <class Access = Whole>
+  static HWY_INLINE void store(const Luma420& v, const RowPair420<std::uint8_t>& rows, Access access = {}) {
     const Tag<std::uint8_t> d;
-    hn::StoreU(v.upper, d, rows.luma.upper);
-    hn::StoreU(v.lower, d, rows.luma.lower);
-    storeChroma(v.cb, rows.cb);
-    storeChroma(v.cr, rows.cr);
+    access.store(v.upper, d, rows.luma.upper);
+    access.store(v.lower, d, rows.luma.lower);
+    storeChroma(v.cb, rows.cb, access);
+    storeChroma(v.cr, rows.cr, access);
   }
 
   class Local {
@@ -399,15 +467,16 @@ struct RowPairOf {
     return {Layout::at(rows.upper, x), Layout::at(rows.lower, x)};
   }
 
-  template <class Sample>
-  static HWY_INLINE auto load(const RowPair<Sample>& rows) {
-    return TwoRows<decltype(Layout::load(rows.upper))>{Layout::load(rows.upper), Layout::load(rows.lower)};
+  template <class Sample, class Access = Whole>
+  static HWY_INLINE auto load(const RowPair<Sample>& rows, Access access = {}) {
+    return TwoRows<decltype(Layout::load(rows.upper))>{Layout::load(rows.upper, access),
+                                                       Layout::load(rows.lower, access)};
   }
 
-  template <class V, class Sample>
-  static HWY_INLINE void store(const TwoRows<V>& v, const RowPair<Sample>& rows) {
-    Layout::store(v.upper, rows.upper);
-    Layout::store(v.lower, rows.lower);
+  template <class V, class Sample, class Access = Whole>
+  static HWY_INLINE void store(const TwoRows<V>& v, const RowPair<Sample>& rows, Access access = {}) {
+    Layout::store(v.upper, rows.upper, access);
+    Layout::store(v.lower, rows.lower, access);
   }
 
   class Local {
@@ -436,13 +505,15 @@ struct PackedA4 : Interleaved<std::uint8_t, 4, kLanes<std::uint32_t>> {
   static constexpr bool kKeeps = true;
   static constexpr std::uint32_t kAlpha = 0xFF000000;
 
-  static HWY_INLINE VU32 load(const std::uint8_t* row) {
-    return hn::BitCast(Tag<std::uint32_t>(), hn::LoadU(Tag<std::uint8_t>(), row));
+  template <class Access = Whole>
+  static HWY_INLINE VU32 load(const std::uint8_t* row, Access access = {}) {
+    return hn::BitCast(Tag<std::uint32_t>(), access.samples(4).load(Tag<std::uint8_t>(), row));
   }
 
-  static HWY_INLINE void store(VU32 v, std::uint8_t* row) {
-    const VU32 merged = hn::Or(v, hn::And(load(row), all(kAlpha)));
-    hn::StoreU(hn::BitCast(Tag<std::uint8_t>(), merged), Tag<std::uint8_t>(), row);
+  template <class Access = Whole>
+  static HWY_INLINE void store(VU32 v, std::uint8_t* row, Access access = {}) {
+    const VU32 merged = hn::Or(v, hn::And(load(row, access), all(kAlpha)));
+    access.samples(4).store(hn::BitCast(Tag<std::uint8_t>(), merged), Tag<std::uint8_t>(), row);
   }
 };
 
@@ -457,8 +528,10 @@ template <class T>
 struct ThreeOf4 : Interleaved<T, 4, kLanes<T>> {
   static constexpr bool kKeeps = true;
 
-  static HWY_INLINE Channels<Vec<T>> load(const T* row) {
-    const VU32 v0 = group(row), v1 = group(row + kStride), v2 = group(row + 2 * kStride), v3 = group(row + 3 * kStride);
+  template <class Access = Whole>
+  static HWY_INLINE Channels<Vec<T>> load(const T* row, Access access = {}) {
+    const VU32 v0 = group(row, 0, access), v1 = group(row, 1, access), v2 = group(row, 2, access),
+               v3 = group(row, 3, access);
     const Tag<std::uint32_t> d;
     const VU64 lower01 = wide(hn::InterleaveLower(d, v0, v1)), upper01 = wide(hn::InterleaveUpper(d, v0, v1)),
                lower23 = wide(hn::InterleaveLower(d, v2, v3)), upper23 = wide(hn::InterleaveUpper(d, v2, v3));
@@ -469,22 +542,22 @@ struct ThreeOf4 : Interleaved<T, 4, kLanes<T>> {
             hn::BitCast(to, hn::InterleaveLower(d64, upper01, upper23))};
   }
 
-  static HWY_INLINE void store(const Channels<Vec<T>>& v, T* row) {
+  template <class Access = Whole>
+  static HWY_INLINE void store(const Channels<Vec<T>>& v, T* row, Access access = {}) {
     const Tag<std::uint32_t> d;
     const VU32 c0 = hn::BitCast(d, v.c0), c1 = hn::BitCast(d, v.c1), c2 = hn::BitCast(d, v.c2);
     const VU32 none = hn::Zero(d);
     const VU64 lower01 = wide(hn::InterleaveLower(d, c0, c1)), upper01 = wide(hn::InterleaveUpper(d, c0, c1)),
                lower2 = wide(hn::InterleaveLower(d, c2, none)), upper2 = wide(hn::InterleaveUpper(d, c2, none));
     const Tag<std::uint64_t> d64;
-    merge(hn::InterleaveLower(d64, lower01, lower2), row);
-    merge(hn::InterleaveUpper(d64, lower01, lower2), row + kStride);
-    merge(hn::InterleaveLower(d64, upper01, upper2), row + 2 * kStride);
-    merge(hn::InterleaveUpper(d64, upper01, upper2), row + 3 * kStride);
+    merge(hn::InterleaveLower(d64, lower01, lower2), row, 0, access);
+    merge(hn::InterleaveUpper(d64, lower01, lower2), row, 1, access);
+    merge(hn::InterleaveLower(d64, upper01, upper2), row, 2, access);
+    merge(hn::InterleaveUpper(d64, upper01, upper2), row, 3, access);
   }
 
  private:
   using VU64 = Vec<std::uint64_t>;
-  static constexpr std::size_t kStride = kLanes<T>;
   static constexpr std::uint64_t kFourth = sizeof(T) == 1 ? 0xFF000000FF000000 : 0xFFFF000000000000;
 
   struct Bytes {
@@ -509,40 +582,49 @@ struct ThreeOf4 : Interleaved<T, 4, kLanes<T>> {
 
   static HWY_INLINE VU64 wide(VU32 v) { return hn::BitCast(Tag<std::uint64_t>(), v); }
 
-  static HWY_INLINE VU32 group(const T* row) {
+  // Vector i of the four.
+  template <class Access>
+  static HWY_INLINE VU32 group(const T* row, std::size_t i, Access access) {
     static constexpr Bytes kGroup = grouping(false);
     const Tag<std::uint8_t> d;
-    const VU8 pixels = hn::LoadU(d, reinterpret_cast<const std::uint8_t*>(row));
+    const VU8 pixels = hn::BitCast(d, access.samples(4).load(Tag<T>(), row, i * kLanes<T>));
     return hn::BitCast(Tag<std::uint32_t>(), hn::TableLookupBytes(pixels, hn::LoadDup128(d, kGroup.at)));
   }
 
-  static HWY_INLINE void merge(VU64 v, T* row) {
+  template <class Access>
+  static HWY_INLINE void merge(VU64 v, T* row, std::size_t i, Access access) {
     static constexpr Bytes kUngroup = grouping(true);
     const Tag<std::uint8_t> d;
-    std::uint8_t* const bytes = reinterpret_cast<std::uint8_t*>(row);
+    const Tag<T> to;
     const VU8 pixels = hn::TableLookupBytes(hn::BitCast(d, v), hn::LoadDup128(d, kUngroup.at));
-    const VU8 fourth = hn::BitCast(d, all(kFourth));
-    hn::StoreU(hn::Or(pixels, hn::And(hn::LoadU(d, bytes), fourth)), d, bytes);
+    const Vec<T> fourth = hn::And(access.samples(4).load(to, row, i * kLanes<T>), hn::BitCast(to, all(kFourth)));
+    access.samples(4).store(hn::Or(hn::BitCast(to, pixels), fourth), to, row, i * kLanes<T>);
   }
 };
 
 // ---- Columns of a row
 
-// Converts columns begin to end by one form: whole vectors from and to memory, the remainder through a local copy.
+// Converts columns begin to end by one form: whole vectors from and to memory, then the remainder, alone or through a
+// local copy.
 template <class Src, class Form, class Dst, class SrcRow, class DstRow>
 HWY_INLINE void columns(const SrcRow& src, const DstRow& dst, std::size_t begin, std::size_t end) {
   static_assert(Src::kPixels == Dst::kPixels, "source and destination go in step");
   std::size_t x = begin;
-  for (; x + Src::kPixels <= end; x += Src::kPixels)
-    Dst::store(Form::apply(Src::load(Src::at(src, x))), Dst::at(dst, x));
-  if (x < end) {
-    typename Src::Local in;
-    typename Dst::Local out;
-    in.copyIn(Src::at(src, x), end - x);
-    if constexpr (Dst::kKeeps) out.copyIn(Dst::at(dst, x), end - x);
-    Dst::store(Form::apply(Src::load(in.row())), out.row());
-    out.copyOut(Dst::at(dst, x), end - x);
+  for (; x + Src::kPixels <= end; x += Src::kPixels) {
+    Dst::store(Form::apply(Src::load(Src::at(src, x), Whole())), Dst::at(dst, x), Whole());
   }
+  if (x >= end) return;
+#if HWY_TARGET <= HWY_AVX3
+  const First rest{end - x};
+  Dst::store(Form::apply(Src::load(Src::at(src, x), rest)), Dst::at(dst, x), rest);
+#else
+  typename Src::Local in;
+  typename Dst::Local out;
+  in.copyIn(Src::at(src, x), end - x);
+  if constexpr (Dst::kKeeps) out.copyIn(Dst::at(dst, x), end - x);
+  Dst::store(Form::apply(Src::load(in.row(), Whole())), out.row(), Whole());
+  out.copyOut(Dst::at(dst, x), end - x);
+#endif
 }
 
 }  // namespace HWY_NAMESPACE

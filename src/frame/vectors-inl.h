@@ -142,6 +142,29 @@ HWY_INLINE VU8 joinPairsSaturated(VI16 a, VI16 b) {
   return hn::TableLookupBytes(packToBytes(a, b), hn::LoadDup128(d8, kAlternate));
 }
 
+// Bytes of two vectors in turn, in order over both results.
+HWY_INLINE Halves<VU8> zip(VU8 v0, VU8 v1) {
+#if HWY_TARGET <= HWY_AVX3_DL
+  struct Index {
+    alignas(64) std::uint8_t at[2][64];
+    constexpr Index() : at() {
+      for (int i = 0; i < 128; ++i) at[i / 64][i % 64] = static_cast<std::uint8_t>(i / 2 + i % 2 * 64);
+    }
+  };
+  static constexpr Index kIndex;
+  return {VU8{_mm512_permutex2var_epi8(v0.raw, _mm512_load_si512(kIndex.at[0]), v1.raw)},
+          VU8{_mm512_permutex2var_epi8(v0.raw, _mm512_load_si512(kIndex.at[1]), v1.raw)}};
+#else
+  const Tag<std::uint8_t> d;
+  const VU8 lower = hn::InterleaveLower(d, v0, v1), upper = hn::InterleaveUpper(d, v0, v1);
+#if HWY_TARGET == HWY_AVX2
+  return {hn::ConcatLowerLower(d, upper, lower), hn::ConcatUpperUpper(d, upper, lower)};
+#else
+  return {lower, upper};
+#endif
+#endif
+}
+
 // A pair of 16-bit constants in every 32-bit lane, for addDots.
 HWY_INLINE VI16 pairsOf(int even, int odd) {
   const auto bits = static_cast<std::uint32_t>(odd) << 16 | (static_cast<std::uint32_t>(even) & 0xFFFF);
@@ -162,16 +185,6 @@ HWY_INLINE VI32 addDots(VI32 sum, VI16 a, VI16 w) {
   return VI32{vaddq_s32(sum.raw,
                         vpaddq_s32(vmull_s16(vget_low_s16(a.raw), vget_low_s16(w.raw)), vmull_high_s16(a.raw, w.raw)))};
 #endif
-}
-
-// A whole vector, loaded by an instruction of its own. Left to itself the compiler merges loads into masked blends, and
-// masked loads that miss the cache are several times slower than plain ones.
-HWY_INLINE VU8 loadWhole(const std::uint8_t* p) {
-  VU8 v = hn::LoadU(Tag<std::uint8_t>(), p);
-#if HWY_TARGET <= HWY_AVX3
-  asm("" : "+v"(v.raw));
-#endif
-  return v;
 }
 
 // Copies n bytes, at most bytes of them, into or out of a local buffer of whole vectors.
