@@ -39,18 +39,22 @@ HWY_INLINE V absoluteDifference(V a, V b) {
   return hn::Or(hn::SaturatedSub(a, b), hn::SaturatedSub(b, a));
 }
 
+template <class T>
+HWY_INLINE Vec<T> samples(const T* row) {
+  return hn::BitCast(Tag<T>(), loadWhole(reinterpret_cast<const std::uint8_t*>(row)));
+}
+
 // One vector of columns of n rows, the first of them a row of red or of blue sites, at the lanes of the mask. src
 // starts two rows above and ends two rows below.
 template <bool red, bool edgeSensing, class T, std::size_t n, class Mask>
 HWY_INLINE void interpolate(const PlaneRow<const T, n + 4>& src, const PlaneRow<T, n>& dst, std::size_t x,
                             Mask colour) {
-  const Tag<T> d;
   Vec<T> centre[n + 2];
   Pair<Vec<T>> sides[n + 2];
   for (std::size_t i = 0; i < n + 2; ++i) {
     const T* row = src[i + 1] + x;
-    centre[i] = hn::BitCast(d, loadWhole(reinterpret_cast<const std::uint8_t*>(row)));
-    sides[i] = pairOf(hn::LoadU(d, row - 1), hn::LoadU(d, row + 1));
+    centre[i] = samples(row);
+    sides[i] = pairOf(samples(row - 1), samples(row + 1));
   }
   for (std::size_t r = 0; r < n; ++r) {
     const std::size_t i = r + 1;
@@ -58,8 +62,8 @@ HWY_INLINE void interpolate(const PlaneRow<const T, n + 4>& src, const PlaneRow<
     Vec<T> green = averageOf(sides[i], ends);
     if (edgeSensing) {
       const T* row = src[r + 2] + x;
-      const Vec<T> vertical = absoluteDifference(hn::LoadU(d, src[r] + x), hn::LoadU(d, src[r + 4] + x));
-      const Vec<T> horizontal = absoluteDifference(hn::LoadU(d, row - 2), hn::LoadU(d, row + 2));
+      const Vec<T> vertical = absoluteDifference(samples(src[r] + x), samples(src[r + 4] + x));
+      const Vec<T> horizontal = absoluteDifference(samples(row - 2), samples(row + 2));
       green = hn::IfThenElse(hn::Lt(vertical, horizontal), ends.average, green);
       green = hn::IfThenElse(hn::Gt(vertical, horizontal), sides[i].average, green);
     }
