@@ -39,9 +39,15 @@ HWY_INLINE V absoluteDifference(V a, V b) {
   return hn::Or(hn::SaturatedSub(a, b), hn::SaturatedSub(b, a));
 }
 
+// A vector of samples, loaded once. Most of them are operands of two instructions, and the compiler would rather load
+// them for each.
 template <class T>
 HWY_INLINE Vec<T> samples(const T* row) {
-  return hn::BitCast(Tag<T>(), loadWhole(reinterpret_cast<const std::uint8_t*>(row)));
+  Vec<T> v = hn::LoadU(Tag<T>(), row);
+#if HWY_TARGET <= HWY_AVX2
+  asm("" : "+v"(v.raw));
+#endif
+  return v;
 }
 
 // One vector of columns of n rows, the first of them a row of red or of blue sites, at the lanes of the mask. src
@@ -94,10 +100,12 @@ void interpolateRows(PlaneRow<const T, n + 4> src, PlaneRow<T, n> dst, std::size
     for (std::size_t i = 0; i < n + 4; ++i) src[i] = in.row()[i] + kReach;
     for (std::size_t i = 0; i < n; ++i) dst[i] = out[i].row();
   }
-  const auto odd = hn::Eq(hn::And(hn::Iota(d, colourColumn), hn::Set(d, 1)), hn::Set(d, 1)), even = hn::Not(odd);
+  // As seen from an even column.
+  const auto green = hn::Eq(hn::And(hn::Iota(d, colourColumn), hn::Set(d, 1)), hn::Set(d, 1));
+  const auto colour = hn::Not(green);
   const std::size_t last = local ? 0 : width - kPixels;
   for (std::size_t x = 0;; x = std::min(x + kPixels, last)) {
-    interpolate<red, edgeSensing, T, n>(src, dst, x, x % 2 ? odd : even);
+    interpolate<red, edgeSensing, T, n>(src, dst, x, x % 2 ? green : colour);
     if (x == last) break;
   }
   if (local) {
@@ -174,18 +182,18 @@ struct Kernels {
   void (*borderRow)(const T*, const T*, const T*, T*, int, Phase);
 };
 
-// Rows or columns, as far as they are in the image.
+// Rows or columns of the image.
 struct Span {
   int begin, end;
 
-  Span(int first, int count, int size)
-      : begin(first), end(static_cast<int>(std::min<std::int64_t>(std::int64_t{first} + count, size))) {}
-  // Without the two lines at either end of the image.
+  // Without the two at either end of the image.
   Span interior(int size) const { return {std::max(begin, 2), std::min(end, size - 2)}; }
-
- private:
-  Span(int b, int e) : begin(b), end(e) {}
 };
+
+// As many as the image has.
+Span cropped(int first, int count, int size) {
+  return {first, static_cast<int>(std::min<std::int64_t>(std::int64_t{first} + count, size))};
+}
 
 // The two neighbours of a row or column of the image. Beyond the frame it is the one across.
 struct Neighbours {
@@ -206,9 +214,8 @@ HWY_INLINE void borderPixel(const T* above, const T* row, const T* below, int x,
     green = static_cast<T>((sides + ends + 2) >> 2);
     opposite = static_cast<T>((corners + 2) >> 2);
   } else {
-    const T centre = row[x];
     own = static_cast<T>((sides + 1) >> 1);
-    green = centre;
+    green = row[x];
     opposite = static_cast<T>((ends + 1) >> 1);
   }
 }
@@ -288,8 +295,8 @@ ZumStatus demosaic(const Kernels<T>& kernels, const Pixels<const T>& src, ZumiRe
     return zumOk;
   static constexpr Phase kPhases[] = {{1, 1}, {0, 0}, {0, 1}, {1, 0}};
   const Mosaic<T> image{src.rows(), size, kPhases[grid]};
-  const Demosaic<T> run{kernels, image, Span(part.x, part.width, size.width), Span(part.y, part.height, size.height),
-                        dst.rows()};
+  const Demosaic<T> run{kernels, image, cropped(part.x, part.width, size.width),
+                        cropped(part.y, part.height, size.height), dst.rows()};
   run.ownBayerBorder();
   run.ownBayerRect();
   return zumOk;
