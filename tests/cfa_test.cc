@@ -1,8 +1,5 @@
 // Demosaic, against a plain statement of what each pixel is.
 #include <gtest/gtest.h>
-#include <hwy/targets.h>
-#include <sys/mman.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -13,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "support/images.h"
+#include "support/instruction_sets.h"
 #include "zumcc.h"
 
 namespace {
@@ -24,53 +23,35 @@ ZumStatus demosaic(const Zum16u* src, ZumiRect part, ZumiSize size, int srcStep,
   return zumiCFAToRGB_16u_C1C3R(src, part, size, srcStep, dst, dstStep, grid);
 }
 
-// Samples that end at a page which cannot be touched, and begin within a page after another.
-template <class T>
-class Guarded {
- public:
-  explicit Guarded(size_t samples) {
-    const size_t page = sysconf(_SC_PAGESIZE), bytes = samples * sizeof(T);
-    length_ = (bytes + page - 1) / page * page + 2 * page;
-    memory_ = static_cast<char*>(mmap(nullptr, length_, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
-    mprotect(memory_ + page, length_ - 2 * page, PROT_READ | PROT_WRITE);
-    samples_ = reinterpret_cast<T*>(memory_ + length_ - page) - samples;
-  }
-  Guarded(const Guarded&) = delete;
-  ~Guarded() { munmap(memory_, length_); }
-  T* data() const { return samples_; }
-
- private:
-  size_t length_;
-  char* memory_;
-  T* samples_;
-};
-
-// A mosaic with tight rows, and what its pixels are.
+// A mosaic between pages that cannot be touched, and what its pixels are.
 template <class T>
 class Image {
  public:
   static constexpr int kMax = std::numeric_limits<T>::max();
 
-  Image(int width, int height, int grid, unsigned seed) : size{width, height}, grid_(grid), samples_(width * height) {
+  Image(int width, int height, int grid, unsigned seed)
+      : size{width, height},
+        grid_(grid),
+        memory_(width * height * sizeof(T)),
+        samples_(reinterpret_cast<T*>(memory_.begin())) {
     // Noise, few values so that gradients are often equal, and extremes.
     std::mt19937 random(seed);
     const int few[] = {kMax, 3, 1}, scale[] = {1, 1, kMax};
     for (int i = 0; i < width * height; ++i) {
       const unsigned value = random();
-      samples_.data()[i] = static_cast<T>(value % (few[seed % 3] + 1u) * scale[seed % 3]);
+      samples_[i] = static_cast<T>(value % (few[seed % 3] + 1u) * scale[seed % 3]);
     }
     for (int y = 0; y < height; ++y)
       for (int x = 0; x < width; ++x)
         for (char channel : std::string("RGB")) rgb_.push_back(static_cast<T>(valueOf(channel, x, y)));
   }
 
-  T* samples() { return samples_.data(); }
   const T* pixel(int x, int y) const { return &rgb_[3 * (y * size.width + x)]; }
   ZumStatus convert(ZumiRect part, T* dst, int dstStep) const {
     const int step = static_cast<int>(size.width * sizeof(T));
     // The low bit of the steps of 16-bit images does not count.
     const int odd = sizeof(T) == 2;
-    return demosaic(samples_.data(), part, size, step | odd, dst, dstStep | odd, grid_);
+    return demosaic(samples_, part, size, step | odd, dst, dstStep | odd, grid_);
   }
 
   const ZumiSize size;
@@ -82,7 +63,7 @@ class Image {
   }
   int at(int x, int y) const {
     const auto mirrored = [](int i, int last) { return last - std::abs(last - std::abs(i)); };
-    return samples_.data()[mirrored(y, size.height - 1) * size.width + mirrored(x, size.width - 1)];
+    return samples_[mirrored(y, size.height - 1) * size.width + mirrored(x, size.width - 1)];
   }
   int valueOf(char channel, int x, int y) const {
     if (colourAt(x, y) == channel) return at(x, y);
@@ -100,7 +81,8 @@ class Image {
   }
 
   int grid_;
-  Guarded<T> samples_;
+  zumtest::Arena memory_;
+  T* const samples_;  // up to the end of the memory
   std::vector<T> rgb_;
 };
 
@@ -144,16 +126,11 @@ template <class T>
 class Demosaic : public ::testing::Test {
  protected:
   void SetUp() override { threads_omp_of_n_zum = 1; }
-  void TearDown() override { use(0); }
+  void TearDown() override { zumtest::useInstructionSet(zumtest::kBestInstructionSet); }
 
-  static void use(int64_t target) {
-    hwy::SetSupportedTargetsForTest(target);
-    hwy::GetChosenTarget().DeInit();
-  }
   static void onEveryInstructionSet(const std::function<void()>& test) {
-    use(0);
-    for (const int64_t target : hwy::SupportedAndGeneratedTargets()) {
-      use(target);
+    for (const int64_t target : zumtest::instructionSets()) {
+      zumtest::useInstructionSet(target);
       SCOPED_TRACE(hwy::TargetName(target));
       test();
     }

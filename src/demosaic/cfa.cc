@@ -85,38 +85,26 @@ HWY_INLINE void interpolate(const PlaneRow<const T, n + 4>& src, const PlaneRow<
   }
 }
 
-// n whole rows: in vectors, of which the last overlaps the one before it, or in a local copy where they are shorter.
+template <class T>
+constexpr int kVector = Packed3<T>::kPixels;
+
+// n rows of at least a vector. The last vector may overlap the one before it.
 template <bool red, bool edgeSensing, class T, std::size_t n>
-void interpolateRows(PlaneRow<const T, n + 4> src, PlaneRow<T, n> dst, std::size_t width, int colourColumn) {
-  constexpr std::size_t kPixels = Packed3<T>::kPixels, kReach = edgeSensing ? 2 : 1;
+void interpolateRows(const PlaneRow<const T, n + 4>& src, const PlaneRow<T, n>& dst, int width, int colourColumn) {
   const Tag<T> d;
-  typename Planar<T, n + 4, 2 * kPixels>::Local in;
-  typename Packed3<T>::Local out[n];
-  const PlaneRow<T, n> target = dst;
-  const bool local = width < kPixels;
-  if (local) {
-    for (auto& row : src) row -= kReach;
-    in.copyIn(src, width + 2 * kReach);
-    for (std::size_t i = 0; i < n + 4; ++i) src[i] = in.row()[i] + kReach;
-    for (std::size_t i = 0; i < n; ++i) dst[i] = out[i].row();
-  }
   // As seen from an even column.
   const auto green = hn::Eq(hn::And(hn::Iota(d, colourColumn), hn::Set(d, 1)), hn::Set(d, 1));
   const auto colour = hn::Not(green);
-  const std::size_t last = local ? 0 : width - kPixels;
-  for (std::size_t x = 0;; x = std::min(x + kPixels, last)) {
+  for (std::size_t x = 0, last = width - kVector<T>;; x = std::min(x + kVector<T>, last)) {
     interpolate<red, edgeSensing, T, n>(src, dst, x, x % 2 ? green : colour);
-    if (x == last) break;
-  }
-  if (local) {
-    for (std::size_t i = 0; i < n; ++i) out[i].copyOut(target[i], width);
+    if (x == last) return;
   }
 }
 
-// The rows of a rectangle in pairs, and an odd last one.
+// Row pairs, and an odd last row.
 template <bool red, class T>
 void bayerRect(const Mosaic<T>& mosaic, Rows<T> dst) {
-  const Rows<const T>& src = mosaic.rows;
+  const Rows<const T> src = mosaic.rows;
   const auto [width, height] = mosaic.size;
   const int colourColumn = mosaic.phase.colourColumn();
   int y = 0;
@@ -131,23 +119,51 @@ void bayerRect(const Mosaic<T>& mosaic, Rows<T> dst) {
   }
 }
 
+// The same for rows shorter than a vector, some at a time in a local copy.
+template <bool red, class T>
+void bayerNarrowRect(const Mosaic<T>& mosaic, Rows<T> dst) {
+  constexpr int kRows = 16;
+  alignas(HWY_MAX_BYTES) T in[kRows + 4][2 * kVector<T>], out[kRows][3 * kVector<T>];
+  const auto [width, height] = mosaic.size;
+  for (int y = 0; y < height; y += kRows) {
+    const int rows = std::min(kRows, height - y);
+    for (int r = 0; r < rows + 4; ++r) copyIn<sizeof in[0]>(in[r], mosaic.at(-2, y + r - 2), (width + 4) * sizeof(T));
+    bayerRect<red, T>({{in[2] + 2, sizeof in[0]}, {kVector<T>, rows}, mosaic.phase}, {out[0], sizeof out[0]});
+    for (int r = 0; r < rows; ++r) copyOut<sizeof out[0]>(dst.row(y + r), out[r], 3 * width * sizeof(T));
+  }
+}
+
+template <bool red, class T>
+void bayerBorderRow(const T* above, const T* row, const T* below, T* dst, int width, int colourColumn) {
+  if (width >= kVector<T>) {
+    interpolateRows<red, false, T, 1>({above, above, row, below, below}, {dst}, width, colourColumn);
+    return;
+  }
+  alignas(HWY_MAX_BYTES) T in[3][2 * kVector<T>], out[3 * kVector<T>];
+  const T* const rows[3] = {above - 1, row - 1, below - 1};
+  for (int r = 0; r < 3; ++r) copyIn<sizeof in[0]>(in[r], rows[r], (width + 2) * sizeof(T));
+  interpolateRows<red, false, T, 1>({in[0] + 1, in[0] + 1, in[1] + 1, in[2] + 1, in[2] + 1}, {out}, kVector<T>,
+                                    colourColumn);
+  copyOut<sizeof out>(dst, out, 3 * width * sizeof(T));
+}
+
 template <class T>
 void bayerRect(const Mosaic<T>& mosaic, Rows<T> dst) {
+  const bool narrow = mosaic.size.width < kVector<T>;
   if (mosaic.phase.redRow()) {
-    bayerRect<true>(mosaic, dst);
+    narrow ? bayerNarrowRect<true>(mosaic, dst) : bayerRect<true>(mosaic, dst);
   } else {
-    bayerRect<false>(mosaic, dst);
+    narrow ? bayerNarrowRect<false>(mosaic, dst) : bayerRect<false>(mosaic, dst);
   }
 }
 
 // A row by the rule of the ring, between two rows of the image; the pixels left and right of it are in the image too.
 template <class T>
 void bayerBorderRow(const T* above, const T* row, const T* below, T* dst, int width, Phase phase) {
-  const PlaneRow<const T, 5> src = {above, above, row, below, below};
   if (phase.redRow()) {
-    interpolateRows<true, false, T, 1>(src, {dst}, width, phase.colourColumn());
+    bayerBorderRow<true>(above, row, below, dst, width, phase.colourColumn());
   } else {
-    interpolateRows<false, false, T, 1>(src, {dst}, width, phase.colourColumn());
+    bayerBorderRow<false>(above, row, below, dst, width, phase.colourColumn());
   }
 }
 
