@@ -23,7 +23,7 @@ ZumStatus demosaic(const Zum16u* src, ZumiRect part, ZumiSize size, int srcStep,
   return zumiCFAToRGB_16u_C1C3R(src, part, size, srcStep, dst, dstStep, grid);
 }
 
-// A mosaic between pages that cannot be touched, and what its pixels are.
+// A mosaic at the beginning or at the end of memory between pages that cannot be touched, and what its pixels are.
 template <class T>
 class Image {
  public:
@@ -33,7 +33,7 @@ class Image {
       : size{width, height},
         grid_(grid),
         memory_(width * height * sizeof(T)),
-        samples_(reinterpret_cast<T*>(memory_.begin())) {
+        samples_(reinterpret_cast<T*>(seed % 2 ? memory_.begin() : memory_.end() - width * height * sizeof(T))) {
     // Noise, few values so that gradients are often equal, and extremes.
     std::mt19937 random(seed);
     const int few[] = {kMax, 3, 1}, scale[] = {1, 1, kMax};
@@ -82,7 +82,7 @@ class Image {
 
   int grid_;
   zumtest::Arena memory_;
-  T* const samples_;  // up to the end of the memory
+  T* const samples_;
   std::vector<T> rgb_;
 };
 

@@ -88,9 +88,10 @@ HWY_INLINE void interpolate(const PlaneRow<const T, n + 4>& src, const PlaneRow<
 template <class T>
 constexpr int kVector = Packed3<T>::kPixels;
 
-// n rows of at least a vector. The last vector may overlap the one before it.
+// n rows of at least a vector. The last vector may overlap the one before it. The arrays come by value because stores
+// of bytes may change all that is not a local variable.
 template <bool red, bool edgeSensing, class T, std::size_t n>
-void interpolateRows(const PlaneRow<const T, n + 4>& src, const PlaneRow<T, n>& dst, int width, int colourColumn) {
+void interpolateRows(PlaneRow<const T, n + 4> src, PlaneRow<T, n> dst, int width, int colourColumn) {
   const Tag<T> d;
   // As seen from an even column.
   const auto green = hn::Eq(hn::And(hn::Iota(d, colourColumn), hn::Set(d, 1)), hn::Set(d, 1));
@@ -262,18 +263,15 @@ struct Demosaic {
     if (columns.end == width) corner(width - 1);
   }
 
-  // All rows of one phase, then those of the other. Stores of bytes may change whatever is not a local variable.
+  // Works on local variables, since stores of bytes may change all others.
   void ownBayerBrdVrt(int x) const {
     const Span inner = rows.interior(image.size.height);
     const Neighbours beside(x, image.size.width);
     const Rows<const T> src = image.rows;
-    const Rows<T> out{target(x, rows.begin), dst.step};
-    const int top = rows.begin;
-    for (int first : {inner.begin, inner.begin + 1}) {
-      const Phase phase = image.phase.from(x, first);
-      for (int y = first; y < inner.end; y += 2)
-        borderPixel(src.row(y - 1), src.row(y), src.row(y + 1), x, beside, phase, out.row(y - top));
-    }
+    const Rows<T> out{target(x, inner.begin), dst.step};
+    const Phase phase = image.phase.from(x, inner.begin);
+    for (int r = 0, y = inner.begin; y < inner.end; ++r, ++y)
+      borderPixel(src.row(y - 1), src.row(y), src.row(y + 1), x, beside, phase.from(0, r), out.row(r));
   }
 
   // The lines of the ring that a span has, first to last. Lines that are both first and last come twice; an empty span
