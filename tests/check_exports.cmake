@@ -1,4 +1,6 @@
 # Compares what LIBRARY exports with the functions of LIST and the three variables, and looks at its name.
+cmake_minimum_required(VERSION 3.22)
+
 file(STRINGS ${LIST} expected REGEX "^ZUM_FUNCTION")
 list(TRANSFORM expected REPLACE "ZUM_FUNCTION\\((.*)\\)" "\\1")
 list(APPEND expected i_free i_malloc threads_omp_of_n_zum)
