@@ -37,7 +37,7 @@ struct RoundedTermsOfFour {
 };
 
 // Blocks of 8 pairs and one of 4, by the same form, then single pairs.
-void innerRGBToYCbCr420_8u_C3P3R(RowPair<const Zum8u> src, RowPair420<Zum8u> dst, int pairs) {
+void innerRGBToYCbCr420_8u_C3P3R(RowPair<const Zum8u> src, const RowPair420<Zum8u>& dst, int pairs) {
   const int blocks = pairs & ~3;
   columns<C3Pair, RoundedTermsOfFour, Planes420>(src, dst, 0, 2 * blocks);
   for (int p = blocks; p < pairs; ++p) {
@@ -57,7 +57,7 @@ void innerRGBToYCbCr420_8u_C3P3R(RowPair<const Zum8u> src, RowPair420<Zum8u> dst
 }
 
 // Blocks of 4 pairs, then single pairs.
-void innerYCbCr420ToRGB_8u_P3C3R(RowPair420<const Zum8u> src, RowPair<Zum8u> dst, int pairs) {
+void innerYCbCr420ToRGB_8u_P3C3R(const RowPair420<const Zum8u>& src, RowPair<Zum8u> dst, int pairs) {
   const int blocks = pairs & ~3;
   columns<Planes420, OnPairs<Truncated8>, C3Pair>(src, dst, 0, 2 * blocks);
   for (int x = 2 * blocks; x < 2 * pairs; ++x) {

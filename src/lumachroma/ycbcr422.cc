@@ -13,8 +13,8 @@ namespace HWY_NAMESPACE {
 
 using C3 = Packed3<Zum8u>;
 using P3 = Planes3<Zum8u>;
-using P3Row = PlaneRow<const Zum8u, 3>;
-using P3Target = PlaneRow<Zum8u, 3>;
+using P3Row = const PlaneRow<const Zum8u, 3>&;
+using P3Target = const PlaneRow<Zum8u, 3>&;
 using YCbCr = Packed422<ChromaOrder::CbCr>;
 using YCrCb = Packed422<ChromaOrder::CrCb>;
 

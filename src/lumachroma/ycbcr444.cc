@@ -12,8 +12,8 @@ namespace HWY_NAMESPACE {
 
 using C3 = Packed3<Zum8u>;
 using P3 = Planes3<Zum8u>;
-using P3Row = PlaneRow<const Zum8u, 3>;
-using P3Target = PlaneRow<Zum8u, 3>;
+using P3Row = const PlaneRow<const Zum8u, 3>&;
+using P3Target = const PlaneRow<Zum8u, 3>&;
 
 // A row in two column ranges: whole blocks by one form, what remains by another.
 template <class Src, class Block, class Tail, class Dst, class SrcRow, class DstRow>
