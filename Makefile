@@ -41,7 +41,7 @@ bench:
 	build/bench/bench/zum_bench $(BENCH_FLAGS)
 
 bench-peers:
-	scripts/packages.sh build bench peers
+	scripts/packages.sh build peers
 	$(configure) -B build/bench-peers $(only_library) -DZUM_BUILD_PEERS=ON
 	$(call build,build/bench-peers) --target zum_bench_peers
 	build/bench-peers/bench/zum_bench_peers $(BENCH_FLAGS)
