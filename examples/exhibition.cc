@@ -47,7 +47,7 @@ std::string escaped(const std::string& text) {
 }
 
 // The file name of a picture: "YCbCr 4:2:0", "Cb" is ycbcr-4-2-0-cb.png.
-std::string file_name(const std::string& section, const std::string& caption) {
+std::string fileName(const std::string& section, const std::string& caption) {
   std::string name;
   for (char c : section + " " + caption) {
     if (std::isalnum(static_cast<unsigned char>(c)))
@@ -72,11 +72,11 @@ double fastest(const std::function<ZumStatus()>& call) {
   return best;
 }
 
-std::string size_text(const Picture& picture) {
+std::string sizeText(const Picture& picture) {
   return std::to_string(picture.width) + " × " + std::to_string(picture.height);
 }
 
-void write_figure(std::ostream& page, const std::string& file, const std::string& caption) {
+void writeFigure(std::ostream& page, const std::string& file, const std::string& caption) {
   page << "<figure><a href=\"" << file << "\"><img src=\"" << file << "\" loading=lazy alt=\"" << escaped(caption)
        << "\"></a><figcaption>" << escaped(caption) << "</figcaption></figure>\n";
 }
@@ -93,17 +93,17 @@ Exhibition::Exhibition(Picture photo, std::string title, std::filesystem::path f
 
 void Exhibition::show(const std::vector<Section>& sections) {
   planned_ = sections.size();
-  write_png(photo_, folder_ / kPhotoFile);
+  writePng(photo_, folder_ / kPhotoFile);
   for (const Section& section : sections) {
     rooms_.push_back({section, {}, {}, {}});
     progress("converting");
     section.run(*this);
     progress("writing the pictures");
-    write_pictures(rooms_.back());
+    writePictures(rooms_.back());
   }
   progress(nullptr);
-  write_page();
-  print_table();
+  writePage();
+  printTable();
 }
 
 void Exhibition::convert(const char* function, const std::function<ZumStatus()>& call) {
@@ -115,11 +115,11 @@ void Exhibition::convert(const char* function, const std::function<ZumStatus()>&
 void Exhibition::hang(const std::string& caption, Picture picture) {
   Room& room = rooms_.back();
   const bool whole = picture.width == photo_.width && picture.height == photo_.height;
-  room.hung.push_back({whole ? caption : caption + ", " + size_text(picture), file_name(room.section.title, caption),
+  room.hung.push_back({whole ? caption : caption + ", " + sizeText(picture), fileName(room.section.title, caption),
                        std::move(picture)});
 }
 
-void Exhibition::hang_result(Picture result) {
+void Exhibition::hangResult(Picture result) {
   Difference change = difference(photo_, result, kAmplification);
   Room& room = rooms_.back();
   room.psnr = std::isinf(change.psnr) ? "equal" : decimals(change.psnr, 2);
@@ -145,11 +145,11 @@ void Exhibition::progress(const char* doing) const {
 
 // Compression takes most of the time of a gallery, so each processor takes pictures until none are left. Their memory
 // is given back.
-void Exhibition::write_pictures(Room& room) const {
+void Exhibition::writePictures(Room& room) const {
   std::atomic<size_t> next{0};
   auto work = [&] {
     for (size_t i; (i = next++) < room.hung.size();) {
-      write_png(room.hung[i].picture, folder_ / room.hung[i].file);
+      writePng(room.hung[i].picture, folder_ / room.hung[i].file);
       room.hung[i].picture = {};
     }
   };
@@ -159,10 +159,10 @@ void Exhibition::write_pictures(Room& room) const {
   for (auto& worker : workers) worker.get();
 }
 
-void Exhibition::write_page() const {
+void Exhibition::writePage() const {
   const std::filesystem::path file = folder_ / "index.html";
   std::ofstream page(file);
-  page << kPageHead << "<header><h1>" << escaped(title_) << "</h1><p>" << size_text(photo_) << " pixels through "
+  page << kPageHead << "<header><h1>" << escaped(title_) << "</h1><p>" << sizeText(photo_) << " pixels through "
        << zumccGetLibVersion()->name << ", on one thread</p></header>\n<main style=\"--shape: " << photo_.width << '/'
        << photo_.height << "\">\n"
        << kTableHead;
@@ -184,8 +184,8 @@ void Exhibition::write_page() const {
   for (const Room& room : rooms_) {
     page << "<section id=\"" << &room - rooms_.data() << "\"><h2>" << escaped(room.section.title) << "</h2><p>"
          << escaped(room.section.note) << "</p>\n<div class=wall>\n";
-    write_figure(page, kPhotoFile, "Photograph");
-    for (const Hung& hung : room.hung) write_figure(page, hung.file, hung.caption);
+    writeFigure(page, kPhotoFile, "Photograph");
+    for (const Hung& hung : room.hung) writeFigure(page, hung.file, hung.caption);
     page << "</div></section>\n";
   }
   page << kPageFoot;
@@ -193,7 +193,7 @@ void Exhibition::write_page() const {
   if (!page) throw std::runtime_error("cannot write " + file.string());
 }
 
-void Exhibition::print_table() const {
+void Exhibition::printTable() const {
   std::printf("%-16s  %-32s  %10s  %8s\n", "conversion", "function", "Mpixel/s", "PSNR dB");
   for (const Room& room : rooms_) {
     for (const Measured& measured : room.measured) {

@@ -34,7 +34,7 @@ class Exhibition {
   // Hangs a picture as it is.
   void hang(const std::string& caption, Picture picture);
   // Hangs the photograph as it came back, and its difference from the original; notes the PSNR of the round trip.
-  void hang_result(Picture result);
+  void hangResult(Picture result);
 
  private:
   struct Measured {
@@ -53,9 +53,9 @@ class Exhibition {
   };
 
   void progress(const char* doing) const;
-  void write_pictures(Room& room) const;
-  void write_page() const;
-  void print_table() const;
+  void writePictures(Room& room) const;
+  void writePage() const;
+  void printTable() const;
 
   Picture photo_;
   std::string title_;

@@ -42,7 +42,7 @@ void ycbcr444(Exhibition& show) {
   show.hang("Y", channel(ycbcr, 0));
   show.hang("Cb", channel(ycbcr, 1));
   show.hang("Cr", channel(ycbcr, 2));
-  show.hang_result(std::move(back));
+  show.hangResult(std::move(back));
 }
 
 // The library goes from RGB to packed rows Y0 Cb Y1 Cr; here they are unpacked to be seen.
@@ -72,7 +72,7 @@ void ycbcr422(Exhibition& show) {
     return zumiYCbCr422ToRGB_8u_C2C3R(packed.data(), packed.step(), back.data(), back.step(), photo.size());
   });
   unpacked422(packed).hang(show);
-  show.hang_result(std::move(back));
+  show.hangResult(std::move(back));
 }
 
 void ycbcr420(Exhibition& show) {
@@ -88,7 +88,7 @@ void ycbcr420(Exhibition& show) {
     return zumiYCbCr420ToRGB_8u_P3C3R(planes.data.data(), planes.steps.data(), back.data(), back.step(), even);
   });
   std::move(planes).hang(show);
-  show.hang_result(std::move(back));
+  show.hangResult(std::move(back));
 }
 
 void hsv(Exhibition& show) {
@@ -101,7 +101,7 @@ void hsv(Exhibition& show) {
   show.hang("Hue", channel(hsv, 0));
   show.hang("Saturation", channel(hsv, 1));
   show.hang("Value", channel(hsv, 2));
-  show.hang_result(std::move(back));
+  show.hangResult(std::move(back));
 }
 
 // The channels that the two by two sites of each grid sample, as indices into R G B.
@@ -123,7 +123,7 @@ void demosaic(Exhibition& show) {
                                  back.data(), back.step(), filter.grid);
   });
   show.hang("Mosaic", std::move(mosaic));
-  show.hang_result(std::move(back));
+  show.hangResult(std::move(back));
 }
 
 const std::vector<Section> kSections = {
@@ -145,7 +145,7 @@ int main(int argc, char** argv) try {
     return 2;
   }
   const std::filesystem::path file = argv[1];
-  Picture photo = read_picture(file);
+  Picture photo = readPicture(file);
   if (photo.width < 2 || photo.height < 2) {
     std::fprintf(stderr, "gallery: %s is smaller than 2 by 2 pixels\n", argv[1]);
     return 1;

@@ -20,7 +20,7 @@ namespace {
 
 using Bytes = std::vector<uint8_t>;
 
-Bytes read_file(const std::filesystem::path& file) {
+Bytes readFile(const std::filesystem::path& file) {
   if (std::filesystem::is_directory(file)) throw std::runtime_error("it is a directory");
   std::ifstream in(file, std::ios::binary);
   if (!in) throw std::runtime_error(std::strerror(errno));
@@ -29,11 +29,11 @@ Bytes read_file(const std::filesystem::path& file) {
   return bytes;
 }
 
-bool starts_with(const Bytes& bytes, std::initializer_list<uint8_t> magic) {
+bool startsWith(const Bytes& bytes, std::initializer_list<uint8_t> magic) {
   return bytes.size() >= magic.size() && std::equal(magic.begin(), magic.end(), bytes.begin());
 }
 
-Picture decode_jpeg(const Bytes& bytes) {
+Picture decodeJpeg(const Bytes& bytes) {
   std::unique_ptr<void, int (*)(tjhandle)> decoder(tjInitDecompress(), tjDestroy);
   if (!decoder) throw std::runtime_error("no JPEG decoder: out of memory");
   auto check = [&](int status) {
@@ -60,7 +60,7 @@ struct PngImage : png_image {
   }
 };
 
-Picture decode_png(const Bytes& bytes) {
+Picture decodePng(const Bytes& bytes) {
   PngImage png;
   png.check(png_image_begin_read_from_memory(&png, bytes.data(), bytes.size()));
   png.format = PNG_FORMAT_RGB;
@@ -72,16 +72,16 @@ Picture decode_png(const Bytes& bytes) {
 
 }  // namespace
 
-Picture read_picture(const std::filesystem::path& file) try {
-  const Bytes bytes = read_file(file);
-  if (starts_with(bytes, {0xFF, 0xD8, 0xFF})) return decode_jpeg(bytes);
-  if (starts_with(bytes, {0x89, 'P', 'N', 'G'})) return decode_png(bytes);
+Picture readPicture(const std::filesystem::path& file) try {
+  const Bytes bytes = readFile(file);
+  if (startsWith(bytes, {0xFF, 0xD8, 0xFF})) return decodeJpeg(bytes);
+  if (startsWith(bytes, {0x89, 'P', 'N', 'G'})) return decodePng(bytes);
   throw std::runtime_error("it is neither a JPEG nor a PNG picture");
 } catch (const std::exception& error) {
   throw std::runtime_error("cannot read " + file.string() + ": " + error.what());
 }
 
-void write_png(const Picture& picture, const std::filesystem::path& file) try {
+void writePng(const Picture& picture, const std::filesystem::path& file) try {
   PngImage png;
   png.width = picture.width;
   png.height = picture.height;

@@ -28,10 +28,10 @@ struct Picture {
 
 // Reads a JPEG or PNG file as three channels: gray is repeated, transparency is laid over white. Throws
 // std::runtime_error with a message for the user.
-Picture read_picture(const std::filesystem::path& file);
+Picture readPicture(const std::filesystem::path& file);
 
-// Writes a PNG file of one or three channels. Throws as read_picture.
-void write_png(const Picture& picture, const std::filesystem::path& file);
+// Writes a PNG file of one or three channels. Throws as readPicture.
+void writePng(const Picture& picture, const std::filesystem::path& file);
 
 // One channel of an interleaved picture.
 Picture channel(const Picture& picture, int index);
