@@ -9,7 +9,7 @@
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
 
-#include "frame/layouts-inl.h"  // once for each instruction set, so after foreach_target.h
+#include "frame/layouts-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace zum {
