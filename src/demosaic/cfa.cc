@@ -3,13 +3,14 @@
 #define HWY_TARGET_INCLUDE "demosaic/cfa.cc"
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 
 #include "demosaic/mosaic.h"
 #include "frame/drivers.h"
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
 
-#include "frame/layouts-inl.h"  // once for each instruction set, so after foreach_target.h
+#include "frame/layouts-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace zum {
@@ -219,21 +220,30 @@ struct Neighbours {
   Neighbours(int i, int size) : before(i == 0 ? 1 : i - 1), after(i == size - 1 ? size - 2 : i + 1) {}
 };
 
-// One pixel of the ring, of which all neighbours count.
+// One pixel of the ring, of which all neighbours count. Nothing is aligned.
 template <class T>
 HWY_INLINE void borderPixel(const T* above, const T* row, const T* below, int x, Neighbours beside, Phase phase,
-                            T* rgb) {
-  const int sides = row[beside.before] + row[beside.after], ends = above[x] + below[x];
-  T &own = rgb[phase.redRow() ? 0 : 2], &green = rgb[1], &opposite = rgb[phase.redRow() ? 2 : 0];
+                            T* target) {
+  const auto sample = [](const T* from, int column) {
+    T value;
+    std::memcpy(&value, from + column, sizeof(T));
+    return int{value};
+  };
+  const auto set = [target](int channel, int value) {
+    const T narrow = static_cast<T>(value);
+    std::memcpy(target + channel, &narrow, sizeof(T));
+  };
+  const auto sidesOf = [&](const T* from) { return sample(from, beside.before) + sample(from, beside.after); };
+  const int own = phase.redRow() ? 0 : 2, opposite = 2 - own, green = 1;
+  const int centre = sample(row, x), sides = sidesOf(row), ends = sample(above, x) + sample(below, x);
   if (phase.colourColumn() == 0) {
-    const int corners = above[beside.before] + above[beside.after] + below[beside.before] + below[beside.after];
-    own = row[x];
-    green = static_cast<T>((sides + ends + 2) >> 2);
-    opposite = static_cast<T>((corners + 2) >> 2);
+    set(own, centre);
+    set(green, (sides + ends + 2) >> 2);
+    set(opposite, (sidesOf(above) + sidesOf(below) + 2) >> 2);
   } else {
-    own = static_cast<T>((sides + 1) >> 1);
-    green = row[x];
-    opposite = static_cast<T>((ends + 1) >> 1);
+    set(own, (sides + 1) >> 1);
+    set(green, centre);
+    set(opposite, (ends + 1) >> 1);
   }
 }
 
@@ -269,9 +279,11 @@ struct Demosaic {
     const Neighbours beside(x, image.size.width);
     const Rows<const T> src = image.rows;
     const Rows<T> out{target(x, inner.begin), dst.step};
-    const Phase phase = image.phase.from(x, inner.begin);
-    for (int r = 0, y = inner.begin; y < inner.end; ++r, ++y)
-      borderPixel(src.row(y - 1), src.row(y), src.row(y + 1), x, beside, phase.from(0, r), out.row(r));
+    for (int first : {inner.begin, inner.begin + 1}) {  // all rows of one phase, then those of the other
+      const Phase phase = image.phase.from(x, first);
+      for (int y = first; y < inner.end; y += 2)
+        borderPixel(src.row(y - 1), src.row(y), src.row(y + 1), x, beside, phase, out.row(y - inner.begin));
+    }
   }
 
   // The lines of the ring that a span has, first to last. Lines that are both first and last come twice; an empty span
