@@ -67,31 +67,34 @@ HWY_INLINE VI32 nearest(VF32 x) {
 
 HWY_INLINE VF32 toFloat(VI32 x) { return hn::ConvertTo(Tag<float>(), x); }
 
+// a + b where the mask is set, a elsewhere.
+HWY_INLINE VF32 addWhere(hn::Mask<Tag<float>> mask, VF32 a, VF32 b) {
+#if HWY_TARGET <= HWY_AVX3
+  return VF32{_mm512_mask_add_ps(a.raw, mask.raw, a.raw, b.raw)};
+#else
+  return hn::IfThenElse(mask, a + b, a);
+#endif
+}
+
 // ---- Parts of a vector of samples
 
 template <class T>
 constexpr std::size_t kParts = sizeof(float) / sizeof(T);
 
-// Where the bytes of a part come from, for unsigned samples in 32-bit lanes.
-template <class T, std::size_t part>
-struct PartBytes {
-  alignas(16) std::uint8_t at[16];
-
-  constexpr PartBytes() : at() {
-    for (std::size_t b = 0; b < 16; ++b) {
-      const std::size_t sample = 4 * part + b / 4;
-      at[b] = static_cast<std::uint8_t>(b % 4 < sizeof(T) ? sample * sizeof(T) + b % 4 : 0x80);
-    }
-  }
-};
-
-// A part of unsigned samples, exactly.
-template <std::size_t part, class V>
-HWY_INLINE VF32 partToFloat(V samples) {
-  static constexpr PartBytes<hn::TFromV<V>, part> kBytes;
-  const Tag<std::uint8_t> d8;
-  return toFloat(hn::BitCast(Tag<std::int32_t>(),
-                             hn::TableLookupBytesOr0(hn::BitCast(d8, samples), hn::LoadDup128(d8, kBytes.at))));
+// A part of unsigned samples, exactly. Interleaved with zeros they widen within their block.
+template <std::size_t part>
+HWY_INLINE VF32 partToFloat(VU16 samples) {
+  const Tag<std::uint16_t> d;
+  const VU16 zero = hn::Zero(d);
+  const VU16 wide = part == 0 ? hn::InterleaveLower(d, samples, zero) : hn::InterleaveUpper(d, samples, zero);
+  return toFloat(hn::BitCast(Tag<std::int32_t>(), wide));
+}
+template <std::size_t part>
+HWY_INLINE VF32 partToFloat(VU8 samples) {
+  const Tag<std::uint8_t> d;
+  const VU8 zero = hn::Zero(d);
+  const VU8 wide = part < 2 ? hn::InterleaveLower(d, samples, zero) : hn::InterleaveUpper(d, samples, zero);
+  return partToFloat<part % 2>(hn::BitCast(Tag<std::uint16_t>(), wide));
 }
 
 // What a form's `lanes` gives for each part of its terms.

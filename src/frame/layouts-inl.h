@@ -18,6 +18,8 @@
 #define ZUM_FRAME_LAYOUTS_INL_H
 #endif
 
+#include <algorithm>
+
 #include "frame/pixel.h"
 #include "frame/rows.h"
 #include "frame/vectors-inl.h"
@@ -604,15 +606,9 @@ struct ThreeOf4 : Interleaved<T, 4, kLanes<T>> {
 
 // ---- Columns of a row
 
-// Converts columns begin to end by one form: whole vectors from and to memory, then the remainder, alone or through a
-// local copy.
+// Converts the columns from x on that are fewer than a vector has, alone or through a local copy.
 template <class Src, class Form, class Dst, class SrcRow, class DstRow>
-HWY_INLINE void columns(const SrcRow& src, const DstRow& dst, std::size_t begin, std::size_t end) {
-  static_assert(Src::kPixels == Dst::kPixels, "source and destination go in step");
-  std::size_t x = begin;
-  for (; x + Src::kPixels <= end; x += Src::kPixels) {
-    Dst::store(Form::apply(Src::load(Src::at(src, x), Whole())), Dst::at(dst, x), Whole());
-  }
+HWY_INLINE void lastColumns(const SrcRow& src, const DstRow& dst, std::size_t x, std::size_t end) {
   if (x >= end) return;
 #if HWY_TARGET <= HWY_AVX3
   const First rest{end - x};
@@ -625,6 +621,40 @@ HWY_INLINE void columns(const SrcRow& src, const DstRow& dst, std::size_t begin,
   Dst::store(Form::apply(Src::load(in.row(), Whole())), out.row(), Whole());
   out.copyOut(Dst::at(dst, x), end - x);
 #endif
+}
+
+// Converts columns begin to end by one form: whole vectors from and to memory, then the remainder.
+template <class Src, class Form, class Dst, class SrcRow, class DstRow>
+HWY_INLINE void columns(const SrcRow& src, const DstRow& dst, std::size_t begin, std::size_t end) {
+  static_assert(Src::kPixels == Dst::kPixels, "source and destination go in step");
+  std::size_t x = begin;
+  for (; x + Src::kPixels <= end; x += Src::kPixels) {
+    Dst::store(Form::apply(Src::load(Src::at(src, x), Whole())), Dst::at(dst, x), Whole());
+  }
+  lastColumns<Src, Form, Dst>(src, dst, x, end);
+}
+
+// The same for forms whose steps depend on one another in a long chain: while a vector is converted, the next one is
+// loaded and the one before it stored. Without that the processor has too few operations at hand that could start.
+template <class Src, class Form, class Dst, class SrcRow, class DstRow>
+HWY_INLINE void pipelinedColumns(const SrcRow& src, const DstRow& dst, std::size_t begin, std::size_t end) {
+  static_assert(Src::kPixels == Dst::kPixels, "source and destination go in step");
+  constexpr std::size_t kStride = Src::kPixels;
+  const std::size_t wholeEnd = end - (end - begin) % kStride;
+  if (begin < wholeEnd) {
+    const std::size_t last = wholeEnd - kStride;
+    auto converted = Form::apply(Src::load(Src::at(src, begin), Whole()));
+    auto loaded = Src::load(Src::at(src, std::min(begin + kStride, last)), Whole());
+    for (std::size_t x = begin + kStride; x <= last; x += kStride) {
+      const auto next = Src::load(Src::at(src, std::min(x + kStride, last)), Whole());
+      const auto result = Form::apply(loaded);
+      Dst::store(converted, Dst::at(dst, x - kStride), Whole());
+      converted = result;
+      loaded = next;
+    }
+    Dst::store(converted, Dst::at(dst, last), Whole());
+  }
+  lastColumns<Src, Form, Dst>(src, dst, wholeEnd, end);
 }
 
 }  // namespace HWY_NAMESPACE

@@ -61,15 +61,15 @@ HWY_INLINE VF32 reciprocal<Zum16u>(VF32 x) {
   return refinedReciprocal(x);
 }
 
-// Everything up to the first division is exact in samples.
+// Everything up to the first division is exact, and done, in samples.
 template <class T, class Ties, class Stored>
 struct RgbToHsv {
   using V = Vec<T>;
 
+  // Hue in sextants is (plus - minus) / range + offset. For gray, whose range is 1 in place of 0, that gives 0.
   struct Terms {
-    V divisor;              // the value, but never 0
-    V range;                // largest less smallest channel
-    V plus, minus, offset;  // hue in sextants: (plus - minus) / range + offset
+    V value, range;  // neither of them 0
+    V plus, minus, offset;
   };
 
   struct HueSaturation {
@@ -77,32 +77,29 @@ struct RgbToHsv {
   };
 
   static HWY_INLINE Channels<V> apply(const Channels<V>& rgb) {
-    const V value = hn::Max(hn::Max(rgb.c0, rgb.c1), rgb.c2);
-    const auto parts = inParts<RgbToHsv, T>(terms(rgb, value));
-    return {join<Stored>(parts, &HueSaturation::hue), join<Stored>(parts, &HueSaturation::saturation), value};
+    const V value = hn::Max(hn::Max(rgb.c0, rgb.c1), rgb.c2), smallest = hn::Min(hn::Min(rgb.c0, rgb.c1), rgb.c2);
+    const V r = value - rgb.c0, g = value - rgb.c1, b = value - rgb.c2, one = all<T>(1);
+    const auto rule = Ties::rule(rgb.c0 == value, rgb.c1 == value, rgb.c2 == value);
+    const Terms terms{hn::Max(value, one), hn::Max(value - smallest, one), choose(rule, b, r, g), choose(rule, g, b, r),
+                      choose(rule, hn::Zero(Tag<T>()), all<T>(2), all<T>(4))};
+    const auto parts = inParts<RgbToHsv, T>(terms);
+    const V saturation = join<Stored>(parts, &HueSaturation::saturation);
+    return {join<Stored>(parts, &HueSaturation::hue), hn::IfThenZeroElse(value == smallest, saturation), value};
   }
 
   template <std::size_t part>
   static HWY_INLINE HueSaturation lanes(const Terms& t) {
     constexpr float kSextant = kScale<T> / 6;
     const VF32 range = partToFloat<part>(t.range);
-    const VF32 saturation = reciprocal<T>(partToFloat<part>(t.divisor)) * range * all(kScale<T>);
-    const VF32 c = reciprocal<T>(hn::Max(range, all(1.0f)));
+    const VF32 saturation = reciprocal<T>(partToFloat<part>(t.value)) * range * all(kScale<T>);
+    const VF32 c = reciprocal<T>(range);
     const VF32 sextants = partToFloat<part>(t.plus) * c - partToFloat<part>(t.minus) * c;
     const VF32 hue = (sextants + partToFloat<part>(t.offset)) * all(kSextant);
-    const VF32 wrapped = hn::IfThenElse(hue < hn::Zero(Tag<float>()), hue + all(kScale<T>), hue);
+    const VF32 wrapped = addWhere(hue < hn::Zero(Tag<float>()), hue, all(kScale<T>));
     return {Stored::integer(wrapped), Stored::integer(saturation)};
   }
 
  private:
-  static HWY_INLINE Terms terms(const Channels<V>& rgb, V value) {
-    const V smallest = hn::Min(hn::Min(rgb.c0, rgb.c1), rgb.c2);
-    const V r = value - rgb.c0, g = value - rgb.c1, b = value - rgb.c2;
-    const auto rule = Ties::rule(rgb.c0 == value, rgb.c1 == value, rgb.c2 == value);
-    return {hn::Max(value, all<T>(1)), value - smallest, choose(rule, b, r, g), choose(rule, g, b, r),
-            choose(rule, hn::Zero(Tag<T>()), all<T>(2), all<T>(4))};
-  }
-
   template <class M>
   static HWY_INLINE V choose(const HueRule<M>& rule, V red, V green, V blue) {
     return hn::IfThenElse(rule.blue, blue, hn::IfThenElse(rule.green, green, red));
@@ -119,30 +116,27 @@ struct HsvToRgb {
     V hue, saturation, value;
   };
 
-  // The sextant, the smallest channel, and the one in between when it falls and when it rises within the sextant.
+  // The sextant, the smallest channel, and the one in between where it falls and where it rises with the hue.
   struct Candidates {
     VI32 sextant, smallest, falling, rising;
   };
 
   // Gray needs no care: without saturation all candidates are the value.
   static HWY_INLINE Channels<V> apply(const Channels<V>& hsv) {
-    const Tag<T> d;
-    const V hue = hn::IfThenZeroElse(hsv.c0 == all(std::numeric_limits<T>::max()), hsv.c0), value = hsv.c2;
-    const auto parts = inParts<HsvToRgb, T>(Terms{hue, hsv.c1, value});
-    const V sextant = join<Saturated>(parts, &Candidates::sextant);
-    const V smallest = join<Stored>(parts, &Candidates::smallest), falling = join<Stored>(parts, &Candidates::falling),
+    const V circle = all(std::numeric_limits<T>::max()), value = hsv.c2;
+    const auto parts = inParts<HsvToRgb, T>(Terms{hn::IfThenZeroElse(hsv.c0 == circle, hsv.c0), hsv.c1, value});
+    const V sextant = join<Saturated>(parts, &Candidates::sextant),
+            smallest = join<Stored>(parts, &Candidates::smallest), falling = join<Stored>(parts, &Candidates::falling),
             rising = join<Stored>(parts, &Candidates::rising);
 
     // The sextants come in pairs. In the first pair red and green are the larger two; each further pair moves all
     // channels on by one.
-    const auto odd = hn::TestBit(sextant, all<T>(1));
+    const auto odd = hn::TestBit(sextant, all<T>(1)), pair1 = hn::TestBit(sextant, all<T>(2)),
+               pair2 = hn::TestBit(sextant, all<T>(4));
     const V first = hn::IfThenElse(odd, falling, value), second = hn::IfThenElse(odd, value, rising);
-    const hn::RebindToSigned<decltype(d)> di;
-    const auto s = hn::BitCast(di, sextant);
-    using I = hn::TFromD<decltype(di)>;
-    const auto pair0 = hn::RebindMask(d, s < all<I>(2)), pair2 = hn::RebindMask(d, s > all<I>(3));
-    return {choose(pair0, first, pair2, second, smallest), choose(pair0, second, pair2, smallest, first),
-            choose(pair0, smallest, pair2, first, second)};
+    const auto choose = [&](V v0, V v1, V v2)
+                            HWY_ATTR { return hn::IfThenElse(pair2, v2, hn::IfThenElse(pair1, v1, v0)); };
+    return {choose(first, smallest, second), choose(second, first, smallest), choose(smallest, second, first)};
   }
 
   template <std::size_t part>
@@ -156,12 +150,6 @@ struct HsvToRgb {
     const VF32 ramp = (hue - toFloat(sextant)) * chroma;
     return {sextant, Stored::integer(smallest), Stored::integer(value - ramp), Stored::integer(smallest + ramp)};
   }
-
- private:
-  template <class M>
-  static HWY_INLINE V choose(M is0, V v0, M is2, V v2, V v1) {
-    return hn::IfThenElse(is0, v0, hn::IfThenElse(is2, v2, v1));
-  }
 };
 
 // ---- Row kernels
@@ -170,8 +158,8 @@ struct HsvToRgb {
 template <class Layout, class Block, class Tail, class T>
 HWY_INLINE void blocksAndTail(const T* src, T* dst, int width) {
   const int blockEnd = width & ~3;
-  columns<Layout, Block, Layout>(src, dst, 0, blockEnd);
-  columns<Layout, Tail, Layout>(src, dst, blockEnd, width);
+  pipelinedColumns<Layout, Block, Layout>(src, dst, 0, blockEnd);
+  lastColumns<Layout, Tail, Layout>(src, dst, blockEnd, width);
 }
 
 template <class Layout>
@@ -191,7 +179,7 @@ HWY_INLINE void inverse(const Zum8u* src, Zum8u* dst, int width) {
 // One form for all columns.
 template <class Layout>
 HWY_INLINE void inverse(const Zum16u* src, Zum16u* dst, int width) {
-  columns<Layout, HsvToRgb<Zum16u, RoundedLowBits>, Layout>(src, dst, 0, width);
+  pipelinedColumns<Layout, HsvToRgb<Zum16u, RoundedLowBits>, Layout>(src, dst, 0, width);
 }
 
 void innerRGBToHSV_8u_C3R(const Zum8u* src, Zum8u* dst, int width) { forward<Packed3<Zum8u>>(src, dst, width); }
