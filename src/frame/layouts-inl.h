@@ -1,6 +1,7 @@
 // The layouts: how a vector of pixels comes from and goes to memory. Every layout has
 //
 //   kPixels                  the pixels that one load or store takes
+//   kWoven                   whether a load takes interleaved channels apart
 //   kKeeps                   whether a store leaves some bytes of its pixels as they are in memory
 //   at(row, x)               a row handle, moved on to pixel x
 //   load(row, access), store(v, row, access)
@@ -83,6 +84,7 @@ struct First {
 template <class T, std::size_t samples, std::size_t pixels>
 struct Interleaved {
   static constexpr std::size_t kPixels = pixels;
+  static constexpr bool kWoven = false;
   static constexpr bool kKeeps = false;
 
   static const T* at(const T* row, std::size_t x) { return row + samples * x; }
@@ -105,6 +107,7 @@ struct Interleaved {
 template <class T, std::size_t n, std::size_t pixels>
 struct Planar {
   static constexpr std::size_t kPixels = pixels;
+  static constexpr bool kWoven = false;
   static constexpr bool kKeeps = false;
 
   template <class Sample>
@@ -239,6 +242,8 @@ HWY_INLINE void storePieces(VU8 v0, VU8 v1, VU8 v2, std::uint8_t* p, Access acce
 
 template <class T>
 struct Packed3 : Interleaved<T, 3, kLanes<T>> {
+  static constexpr bool kWoven = true;
+
   template <class Access = Whole>
   static HWY_INLINE Channels<Vec<T>> load(const T* row, Access access = {}) {
     VU8 v0, v1, v2;
@@ -328,6 +333,8 @@ enum class ChromaOrder { CbCr, CrCb };
 // Packed 4:2:2: Y0 Cb Y1 Cr, or with the chroma bytes exchanged.
 template <ChromaOrder order>
 struct Packed422 : Interleaved<std::uint8_t, 2, kLanes<std::uint8_t>> {
+  static constexpr bool kWoven = true;
+
   template <class Access = Whole>
   static HWY_INLINE Luma422 load(const std::uint8_t* row, Access access = {}) {
     const Tag<std::uint8_t> d;
@@ -384,6 +391,7 @@ using LocalLuma = Interleaved<std::uint8_t, 1, kLanes<std::uint8_t>>::Local;
 // Planes of 4:2:2, as a source. Works on whole pairs.
 struct Planes422 {
   static constexpr std::size_t kPixels = kLanes<std::uint8_t>;
+  static constexpr bool kWoven = false;
   using Row = PlaneRow<const std::uint8_t, 3>;
 
   static Row at(const Row& row, std::size_t x) { return {row[0] + x, row[1] + x / 2, row[2] + x / 2}; }
@@ -410,6 +418,7 @@ struct Planes422 {
 // Planes of 4:2:0, two luma rows at a time. Works on whole pairs.
 struct Planes420 {
   static constexpr std::size_t kPixels = kLanes<std::uint8_t>;
+  static constexpr bool kWoven = false;
   static constexpr bool kKeeps = false;
 
   template <class Sample>
@@ -462,6 +471,7 @@ struct TwoRows {
 template <class Layout>
 struct RowPairOf {
   static constexpr std::size_t kPixels = Layout::kPixels;
+  static constexpr bool kWoven = Layout::kWoven;
   static constexpr bool kKeeps = Layout::kKeeps;
 
   template <class Sample>
@@ -528,6 +538,7 @@ struct PackedA4 : Interleaved<std::uint8_t, 4, kLanes<std::uint32_t>> {
 // The fourth channel is not loaded, and stays as it is in memory.
 template <class T>
 struct ThreeOf4 : Interleaved<T, 4, kLanes<T>> {
+  static constexpr bool kWoven = true;
   static constexpr bool kKeeps = true;
 
   template <class Access = Whole>
@@ -623,36 +634,32 @@ HWY_INLINE void lastColumns(const SrcRow& src, const DstRow& dst, std::size_t x,
 #endif
 }
 
-// Converts columns begin to end by one form: whole vectors from and to memory, then the remainder.
+// Converts columns begin to end by one form: whole vectors from and to memory, then the remainder. Where a load takes
+// its channels apart, which is a long chain of steps, the next vector is loaded while one is converted and the one
+// before it is stored: the processor then has operations at hand that can start.
 template <class Src, class Form, class Dst, class SrcRow, class DstRow>
 HWY_INLINE void columns(const SrcRow& src, const DstRow& dst, std::size_t begin, std::size_t end) {
   static_assert(Src::kPixels == Dst::kPixels, "source and destination go in step");
-  std::size_t x = begin;
-  for (; x + Src::kPixels <= end; x += Src::kPixels) {
-    Dst::store(Form::apply(Src::load(Src::at(src, x), Whole())), Dst::at(dst, x), Whole());
-  }
-  lastColumns<Src, Form, Dst>(src, dst, x, end);
-}
-
-// The same for forms whose steps depend on one another in a long chain: while a vector is converted, the next one is
-// loaded and the one before it stored. Without that the processor has too few operations at hand that could start.
-template <class Src, class Form, class Dst, class SrcRow, class DstRow>
-HWY_INLINE void pipelinedColumns(const SrcRow& src, const DstRow& dst, std::size_t begin, std::size_t end) {
-  static_assert(Src::kPixels == Dst::kPixels, "source and destination go in step");
   constexpr std::size_t kStride = Src::kPixels;
   const std::size_t wholeEnd = end - (end - begin) % kStride;
-  if (begin < wholeEnd) {
-    const std::size_t last = wholeEnd - kStride;
-    auto converted = Form::apply(Src::load(Src::at(src, begin), Whole()));
-    auto loaded = Src::load(Src::at(src, std::min(begin + kStride, last)), Whole());
-    for (std::size_t x = begin + kStride; x <= last; x += kStride) {
-      const auto next = Src::load(Src::at(src, std::min(x + kStride, last)), Whole());
-      const auto result = Form::apply(loaded);
-      Dst::store(converted, Dst::at(dst, x - kStride), Whole());
-      converted = result;
-      loaded = next;
+  const auto load = [&](std::size_t x) HWY_ATTR { return Src::load(Src::at(src, x), Whole()); };
+  const auto store = [&](const auto& v, std::size_t x) HWY_ATTR { Dst::store(v, Dst::at(dst, x), Whole()); };
+  if constexpr (Src::kWoven) {
+    if (begin < wholeEnd) {
+      const std::size_t last = wholeEnd - kStride;
+      auto converted = Form::apply(load(begin));
+      auto loaded = load(std::min(begin + kStride, last));
+      for (std::size_t x = begin + kStride; x <= last; x += kStride) {
+        const auto next = load(std::min(x + kStride, last));
+        const auto result = Form::apply(loaded);
+        store(converted, x - kStride);
+        converted = result;
+        loaded = next;
+      }
+      store(converted, last);
     }
-    Dst::store(converted, Dst::at(dst, last), Whole());
+  } else {
+    for (std::size_t x = begin; x < wholeEnd; x += kStride) store(Form::apply(load(x)), x);
   }
   lastColumns<Src, Form, Dst>(src, dst, wholeEnd, end);
 }

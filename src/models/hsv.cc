@@ -158,7 +158,7 @@ struct HsvToRgb {
 template <class Layout, class Block, class Tail, class T>
 HWY_INLINE void blocksAndTail(const T* src, T* dst, int width) {
   const int blockEnd = width & ~3;
-  pipelinedColumns<Layout, Block, Layout>(src, dst, 0, blockEnd);
+  columns<Layout, Block, Layout>(src, dst, 0, blockEnd);
   lastColumns<Layout, Tail, Layout>(src, dst, blockEnd, width);
 }
 
@@ -179,7 +179,7 @@ HWY_INLINE void inverse(const Zum8u* src, Zum8u* dst, int width) {
 // One form for all columns.
 template <class Layout>
 HWY_INLINE void inverse(const Zum16u* src, Zum16u* dst, int width) {
-  pipelinedColumns<Layout, HsvToRgb<Zum16u, RoundedLowBits>, Layout>(src, dst, 0, width);
+  columns<Layout, HsvToRgb<Zum16u, RoundedLowBits>, Layout>(src, dst, 0, width);
 }
 
 void innerRGBToHSV_8u_C3R(const Zum8u* src, Zum8u* dst, int width) { forward<Packed3<Zum8u>>(src, dst, width); }
