@@ -30,7 +30,7 @@ test: check-format
 	$(configure) -B build/release
 	$(call build,build/release)
 	ctest --test-dir build/release --output-on-failure -j $(JOBS)
-	$(configure) -B build/sanitize -DZUM_SANITIZE=ON
+	$(configure) -B build/sanitize -DZUM_SANITIZE=ON -DCMAKE_CXX_FLAGS_RELEASE=-O1
 	$(call build,build/sanitize)
 	ctest --test-dir build/sanitize --output-on-failure -j $(JOBS)
 
