@@ -57,6 +57,42 @@ Planes<T, 3, Step> planes3(T* const* base, Step step) {
   return {base, step};
 }
 
+// A tight image of interleaved pixels: its rows follow one another without a gap.
+template <class T>
+struct TightPixels {
+  T* base;
+  int samples;  // of a pixel
+  std::ptrdiff_t width;
+
+  bool missing() const { return !base; }
+  bool planeMissing() const { return false; }
+  Rows<T> rows() const { return {base, width * samples * static_cast<std::ptrdiff_t>(sizeof(T))}; }
+};
+
+template <class T>
+TightPixels(T*, int, int) -> TightPixels<T>;
+
+enum class Sampling { k444, k422, k420 };
+
+// Three tight planes of bytes. The second and third are narrower, with a sample for an odd last pixel at 4:2:2 only.
+template <class T, Sampling sampling>
+struct TightPlanes : Planes<T, 3, int> {
+  std::ptrdiff_t width;
+
+  PlaneRows<T, 3> rows() const {
+    const auto chroma = sampling == Sampling::k444   ? width
+                        : sampling == Sampling::k422 ? width / 2 + width % 2
+                                                     : width / 2;
+    const auto base = this->base;
+    return {{{{base[0], width}, {base[1], chroma}, {base[2], chroma}}}};
+  }
+};
+
+template <Sampling sampling, class T>
+TightPlanes<T, sampling> tightPlanes(T* const* base, int width) {
+  return {{base, 0}, width};
+}
+
 inline bool below(ZumiSize size, ZumiSize minimum) {
   return size.width < minimum.width || size.height < minimum.height;
 }

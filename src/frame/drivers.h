@@ -25,6 +25,20 @@ void serialRowPairs(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi
   for (int p = 0; p < roi.height / 2; ++p) kernel(rowPair(src, p), rowPair(dst, p), roi.width / 2);
 }
 
+// The pixels of an image by a wrapping 32-bit product: what thresholds are compared with.
+inline std::int32_t wrappedArea(ZumiSize roi) {
+  return static_cast<std::int32_t>(static_cast<std::uint32_t>(roi.width) * static_cast<std::uint32_t>(roi.height));
+}
+
+// A tight image as one row of `pixels`, which the kernel gets in two pieces: whole blocks of 8, then what remains.
+template <class Kernel, class Src, class Dst>
+void tightRun(Kernel* kernel, Src src, Dst dst, std::int32_t pixels) {
+  const std::int32_t blocks = pixels & ~7;
+  src.width = dst.width = blocks;
+  kernel(src.rows().row(0), dst.rows().row(0), blocks);
+  if (pixels > blocks) kernel(src.rows().row(1), dst.rows().row(1), pixels - blocks);
+}
+
 // Rows divided among threads in contiguous bands. The result does not depend on their number.
 template <class Kernel, class Src, class Dst>
 void parallelRows(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) {
@@ -35,12 +49,10 @@ void parallelRows(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) 
 // The smallest number of pixels for which parallelRowsFromThreshold asks for threads.
 constexpr std::int32_t kParallelPixels = 4097;
 
-// Serial below the threshold. The product is a wrapping 32-bit one: a size whose product is negative runs serially.
+// Serial below the threshold, and where the area wraps to a negative number.
 template <class Kernel, class Src, class Dst>
 void parallelRowsFromThreshold(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) {
-  const auto pixels =
-      static_cast<std::int32_t>(static_cast<std::uint32_t>(roi.width) * static_cast<std::uint32_t>(roi.height));
-  if (pixels < kParallelPixels) {
+  if (wrappedArea(roi) < kParallelPixels) {
     serialRows(kernel, src, dst, roi);
   } else {
     parallelRows(kernel, src, dst, roi);
@@ -72,6 +84,22 @@ template <class Kernel, class Src, class Dst>
 ZumStatus convertRows(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) {
   if (const ZumStatus status = check(src, dst, roi)) return status;
   serialRows(kernel, src.rows(), dst.rows(), roi);
+  return zumOk;
+}
+
+// The smallest number of pixels that a tight image of even width is converted as one row for.
+constexpr std::int32_t kTightRunPixels = 256;
+
+// The same for tight 4:2:2 images.
+template <class Kernel, class Src, class Dst>
+ZumStatus convertTightRows(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) {
+  if (const ZumStatus status = check(src, dst, roi)) return status;
+  const std::int32_t pixels = wrappedArea(roi);
+  if (pixels >= kTightRunPixels && roi.width % 2 == 0) {
+    tightRun(kernel, src, dst, pixels);
+  } else {
+    serialRows(kernel, src.rows(), dst.rows(), roi);
+  }
   return zumOk;
 }
 

@@ -388,25 +388,39 @@ class LocalChroma {
 };
 using LocalLuma = Interleaved<std::uint8_t, 1, kLanes<std::uint8_t>>::Local;
 
-// Planes of 4:2:2, as a source. Works on whole pairs.
+// Planes of 4:2:2. Works on whole pairs. What is stored is saturated.
 struct Planes422 {
   static constexpr std::size_t kPixels = kLanes<std::uint8_t>;
   static constexpr bool kWoven = false;
-  using Row = PlaneRow<const std::uint8_t, 3>;
+  static constexpr bool kKeeps = false;
 
-  static Row at(const Row& row, std::size_t x) { return {row[0] + x, row[1] + x / 2, row[2] + x / 2}; }
+  template <class Sample>
+  static PlaneRow<Sample, 3> at(const PlaneRow<Sample, 3>& row, std::size_t x) {
+    return {row[0] + x, row[1] + x / 2, row[2] + x / 2};
+  }
+
+  template <class Sample, class Access = Whole>
+  static HWY_INLINE Luma422 load(const PlaneRow<Sample, 3>& row, Access access = {}) {
+    return {access.load(Tag<std::uint8_t>(), row[0]), loadChroma(row[1], access), loadChroma(row[2], access)};
+  }
 
   template <class Access = Whole>
-  static HWY_INLINE Luma422 load(const Row& row, Access access = {}) {
-    return {access.load(Tag<std::uint8_t>(), row[0]), loadChroma(row[1], access), loadChroma(row[2], access)};
+  static HWY_INLINE void store(const Luma422& v, const PlaneRow<std::uint8_t, 3>& row, Access access = {}) {
+    access.store(v.y, Tag<std::uint8_t>(), row[0]);
+    storeChroma(v.cb, row[1], access);
+    storeChroma(v.cr, row[2], access);
   }
 
   class Local {
    public:
-    Row row() { return {luma_.row(), chroma_.cb(), chroma_.cr()}; }
-    void copyIn(const Row& from, std::size_t n) {
+    PlaneRow<std::uint8_t, 3> row() { return {luma_.row(), chroma_.cb(), chroma_.cr()}; }
+    void copyIn(const PlaneRow<const std::uint8_t, 3>& from, std::size_t n) {
       luma_.copyIn(from[0], n);
       chroma_.copyIn(from[1], from[2], n);
+    }
+    void copyOut(const PlaneRow<std::uint8_t, 3>& to, std::size_t n) const {
+      luma_.copyOut(to[0], n);
+      chroma_.copyOut(to[1], to[2], n);
     }
 
    private:
@@ -535,11 +549,14 @@ struct PackedA4 : Interleaved<std::uint8_t, 4, kLanes<std::uint32_t>> {
 // two: grouped by channel, either is four 32-bit lanes, a channel each, which transpose with those of the other
 // vectors. The pixels of a block of the result come from the same block of the four vectors.
 
-// The fourth channel is not loaded, and stays as it is in memory.
-template <class T>
+// What a store does to the fourth channel.
+enum class Fourth { kKept, kZero };
+
+// The fourth channel is not loaded, and stays as it is in memory or becomes zero.
+template <class T, Fourth fourth = Fourth::kKept>
 struct ThreeOf4 : Interleaved<T, 4, kLanes<T>> {
   static constexpr bool kWoven = true;
-  static constexpr bool kKeeps = true;
+  static constexpr bool kKeeps = fourth == Fourth::kKept;
 
   template <class Access = Whole>
   static HWY_INLINE Channels<Vec<T>> load(const T* row, Access access = {}) {
@@ -567,6 +584,14 @@ struct ThreeOf4 : Interleaved<T, 4, kLanes<T>> {
     merge(hn::InterleaveUpper(d64, lower01, lower2), row, 1, access);
     merge(hn::InterleaveLower(d64, upper01, upper2), row, 2, access);
     merge(hn::InterleaveUpper(d64, upper01, upper2), row, 3, access);
+  }
+
+  static void setPixel(T* row, std::size_t x, const Pixel& p) {
+    T* to = row + 4 * x;
+    to[0] = static_cast<T>(p.c0);
+    to[1] = static_cast<T>(p.c1);
+    to[2] = static_cast<T>(p.c2);
+    if (!kKeeps) to[3] = 0;
   }
 
  private:
@@ -610,8 +635,12 @@ struct ThreeOf4 : Interleaved<T, 4, kLanes<T>> {
     const Tag<std::uint8_t> d;
     const Tag<T> to;
     const VU8 pixels = hn::TableLookupBytes(hn::BitCast(d, v), hn::LoadDup128(d, kUngroup.at));
-    const Vec<T> fourth = hn::And(access.samples(4).load(to, row, i * kLanes<T>), hn::BitCast(to, all(kFourth)));
-    access.samples(4).store(hn::Or(hn::BitCast(to, pixels), fourth), to, row, i * kLanes<T>);
+    Vec<T> stored = hn::BitCast(to, pixels);
+    if constexpr (kKeeps) {
+      const Vec<T> kept = access.samples(4).load(to, row, i * kLanes<T>);
+      stored = hn::Or(stored, hn::And(kept, hn::BitCast(to, all(kFourth))));
+    }
+    access.samples(4).store(stored, to, row, i * kLanes<T>);
   }
 };
 

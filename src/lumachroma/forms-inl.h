@@ -132,28 +132,46 @@ struct Exact {
 
 enum class Green { kAdded, kSubtracted };
 
-// Each term truncated at 2^kShift times the sample, kRounding added, their sum truncated. Green's chroma terms are
-// those of negative factors added, or of positive factors subtracted: they are truncated the other way.
-template <int kY, int kRedFromCr, int kGreenFromCr, int kGreenFromCb, Green kGreen, int kBlueFromCb, int kRounding,
-          int kShift>
-struct Terms {
+// The part of luma in each sum, with the rounding of the sum: of studio range by a factor, of full range as it is.
+template <int kY, int kRounding>
+struct StudioLuma {
   static HWY_INLINE VI16 luma(VI16 y) {
     return mulHigh(kY, hn::ShiftLeft<7>(y - all<std::int16_t>(kLumaOffset))) + all<std::int16_t>(kRounding);
   }
+};
+template <int kRounding, int kShift>
+struct FullLuma {
+  static HWY_INLINE VI16 luma(VI16 y) { return hn::ShiftLeft<kShift>(y) + all<std::int16_t>(kRounding); }
+};
+
+// The parts of chroma, each product with 2^kScale times the centred sample truncated. Green's are those of negative
+// factors added, or of positive factors subtracted: they are truncated the other way.
+template <int kRedFromCr, int kGreenFromCr, int kGreenFromCb, Green kGreen, int kBlueFromCb, int kScale>
+struct ChromaTerms {
   static HWY_INLINE Channels<VI16> chroma(VI16 cb, VI16 cr) {
-    const VI16 u = hn::ShiftLeft<7>(cb - all<std::int16_t>(kChromaOffset));
-    const VI16 v = hn::ShiftLeft<7>(cr - all<std::int16_t>(kChromaOffset));
+    const VI16 u = hn::ShiftLeft<kScale>(cb - all<std::int16_t>(kChromaOffset));
+    const VI16 v = hn::ShiftLeft<kScale>(cr - all<std::int16_t>(kChromaOffset));
     const VI16 green = mulHigh(kGreenFromCr, v) + mulHigh(kGreenFromCb, u);
     return {mulHigh(kRedFromCr, v), kGreen == Green::kAdded ? green : hn::Neg(green), mulHigh(kBlueFromCb, u)};
   }
+};
+
+// Sums at 2^kShift times the sample, truncated.
+template <class Luma, class Chroma, int kShift>
+struct TermSums : Luma, Chroma {
   static HWY_INLINE VI16 sum(VI16 luma, VI16 chroma) { return hn::ShiftRight<kShift>(luma + chroma); }
 
   static HWY_INLINE Channels<VI16> half(const Channels<VI16>& ycc) {
-    const VI16 y = luma(ycc.c0);
-    const Channels<VI16> terms = chroma(ycc.c1, ycc.c2);
+    const VI16 y = Luma::luma(ycc.c0);
+    const Channels<VI16> terms = Chroma::chroma(ycc.c1, ycc.c2);
     return {sum(y, terms.c0), sum(y, terms.c1), sum(y, terms.c2)};
   }
 };
+
+template <int kY, int kRedFromCr, int kGreenFromCr, int kGreenFromCb, Green kGreen, int kBlueFromCb, int kRounding,
+          int kShift>
+using Terms = TermSums<StudioLuma<kY, kRounding>,
+                       ChromaTerms<kRedFromCr, kGreenFromCr, kGreenFromCb, kGreen, kBlueFromCb, 7>, kShift>;
 
 using Truncated16 = Terms<9536, 13074, -6660, -3203, Green::kAdded, 16523, 0, 4>;
 using Rounded16 = Terms<9535, 13074, -6660, -3211, Green::kAdded, 16523, 8, 4>;
@@ -206,6 +224,34 @@ using CentredInverse =
 
 using FineInverse = CentredInverse<76284, 104595, -25690, -53281, 132186>;
 using FinePlanarInverse = CentredInverse<76282, 104593, -25689, -53279, 132184>;
+
+// ---- YUV to RGB
+//
+// Full range: R = Y + 1.14 V, G = Y - 0.394 U - 0.581 V, B = Y + 2.032 U.
+
+// Terms at 2^kShift times the sample, their factors at 8192 times.
+template <int kRedFromV, int kGreenFromV, int kGreenFromU, Green kGreen, int kBlueFromU, int kRounding, int kShift>
+using YuvTerms = TermSums<FullLuma<kRounding, kShift>,
+                          ChromaTerms<kRedFromV, kGreenFromV, kGreenFromU, kGreen, kBlueFromU, kShift + 3>, kShift>;
+
+using YuvTruncated1 = YuvTerms<9339, -4760, -3228, Green::kAdded, 16646, 0, 0>;
+using YuvTruncated2 = YuvTerms<9338, -4759, -3227, Green::kAdded, 16645, 0, 1>;
+using YuvRounded16 = YuvTerms<9338, 4759, 3227, Green::kSubtracted, 16646, 8, 4>;
+
+// Exact sums at 65536 times the sample, truncated.
+template <int kRedFromV, int kGreenFromU, int kGreenFromV, int kBlueFromU>
+using ExactYuvInverse = ExactInverse<65536, kRedFromV, kGreenFromU, kGreenFromV, kBlueFromU, -128 * kRedFromV,
+                                     -128 * kGreenFromU - 128 * kGreenFromV, -128 * kBlueFromU>;
+
+using FineYuvInverse = ExactYuvInverse<74711, -25821, -38076, 133169>;
+
+// A form of whole pixels on pixel pairs.
+template <class Form>
+struct OnRepeatedChroma {
+  static HWY_INLINE Channels<VU8> apply(const Luma422& in) {
+    return Form::apply({in.y, joinPairs(in.cb, in.cb), joinPairs(in.cr, in.cr)});
+  }
+};
 
 }  // namespace HWY_NAMESPACE
 }  // namespace zum

@@ -42,6 +42,19 @@ struct FoldedPixel {
   }
 };
 
+// R, G, B from YUV of full range, the factors at 65536 times.
+template <int kRedFromV, int kGreenFromU, int kGreenFromV, int kBlueFromU, int kRounding = 0>
+struct YuvPixel {
+  static constexpr Pixel rgb(int y, int uByte, int vByte) {
+    const int w = 65536 * y + kRounding, u = uByte - 128, v = vByte - 128;
+    return {saturate8((w + kRedFromV * v) >> 16), saturate8((w + kGreenFromU * u + kGreenFromV * v) >> 16),
+            saturate8((w + kBlueFromU * u) >> 16)};
+  }
+};
+using FineYuvPixel = YuvPixel<74711, -25821, -38076, 133169>;
+using RoundedYuvPixel = YuvPixel<74711, -25821, -38076, 133169, 32768>;
+using CoarseYuvPixel = YuvPixel<8 * 9338, 8 * -3227, 8 * -4759, 8 * 16645>;
+
 }  // namespace zum
 
 #endif
