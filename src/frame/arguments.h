@@ -57,6 +57,17 @@ Planes<T, 3, Step> planes3(T* const* base, Step step) {
   return {base, step};
 }
 
+// Three planes of one size, with one step, where they are worked on in row pairs.
+template <class T>
+struct FullPlanes : Planes<T, 3, int> {
+  FullPlaneRows<T> rows() const { return {Planes<T, 3, int>::rows()}; }
+};
+
+template <class T>
+FullPlanes<T> fullPlanes3(T* const* base, int step) {
+  return {{base, step}};
+}
+
 // A tight image of interleaved pixels: its rows follow one another without a gap.
 template <class T>
 struct TightPixels {
@@ -72,24 +83,41 @@ struct TightPixels {
 template <class T>
 TightPixels(T*, int, int) -> TightPixels<T>;
 
-enum class Sampling { k444, k422, k420 };
+// The rows of three planes, the second and third with a step of their own.
+template <class T>
+PlaneRows<T, 3> rowsOf3(T* const* planes, std::ptrdiff_t step, std::ptrdiff_t chromaStep) {
+  return {{{{planes[0], step}, {planes[1], chromaStep}, {planes[2], chromaStep}}}};
+}
 
-// Three tight planes of bytes. The second and third are narrower, with a sample for an odd last pixel at 4:2:2 only.
-template <class T, Sampling sampling>
-struct TightPlanes : Planes<T, 3, int> {
+// Three tight planes of bytes of one size.
+template <class T>
+struct TightFullPlanes : Planes<T, 3, int> {
+  std::ptrdiff_t width;
+
+  FullPlaneRows<T> rows() const { return {rowsOf3(this->base, width, width)}; }
+};
+
+template <class T>
+TightFullPlanes<T> tightFullPlanes3(T* const* base, int width) {
+  return {{base, 0}, width};
+}
+
+// What a chroma plane of half the width has for a last odd pixel.
+enum class OddPixel { kNone, kOwnSample };
+
+// Three tight planes of bytes, the second and third of half the width.
+template <class T, OddPixel last>
+struct TightHalfPlanes : Planes<T, 3, int> {
   std::ptrdiff_t width;
 
   PlaneRows<T, 3> rows() const {
-    const auto chroma = sampling == Sampling::k444   ? width
-                        : sampling == Sampling::k422 ? width / 2 + width % 2
-                                                     : width / 2;
-    const auto base = this->base;
-    return {{{{base[0], width}, {base[1], chroma}, {base[2], chroma}}}};
+    const std::ptrdiff_t half = width / 2 + (last == OddPixel::kOwnSample ? width % 2 : 0);
+    return rowsOf3(this->base, width, half);
   }
 };
 
-template <Sampling sampling, class T>
-TightPlanes<T, sampling> tightPlanes(T* const* base, int width) {
+template <OddPixel last, class T>
+TightHalfPlanes<T, last> tightHalfPlanes3(T* const* base, int width) {
   return {{base, 0}, width};
 }
 

@@ -488,33 +488,33 @@ struct RowPairOf {
   static constexpr bool kWoven = Layout::kWoven;
   static constexpr bool kKeeps = Layout::kKeeps;
 
-  template <class Sample>
-  static RowPair<Sample> at(const RowPair<Sample>& rows, std::size_t x) {
+  template <class Row>
+  static PairOfRows<Row> at(const PairOfRows<Row>& rows, std::size_t x) {
     return {Layout::at(rows.upper, x), Layout::at(rows.lower, x)};
   }
 
-  template <class Sample, class Access = Whole>
-  static HWY_INLINE auto load(const RowPair<Sample>& rows, Access access = {}) {
+  template <class Row, class Access = Whole>
+  static HWY_INLINE auto load(const PairOfRows<Row>& rows, Access access = {}) {
     return TwoRows<decltype(Layout::load(rows.upper))>{Layout::load(rows.upper, access),
                                                        Layout::load(rows.lower, access)};
   }
 
-  template <class V, class Sample, class Access = Whole>
-  static HWY_INLINE void store(const TwoRows<V>& v, const RowPair<Sample>& rows, Access access = {}) {
+  template <class V, class Row, class Access = Whole>
+  static HWY_INLINE void store(const TwoRows<V>& v, const PairOfRows<Row>& rows, Access access = {}) {
     Layout::store(v.upper, rows.upper, access);
     Layout::store(v.lower, rows.lower, access);
   }
 
   class Local {
    public:
-    auto row() { return RowPair<std::remove_pointer_t<decltype(upper_.row())>>{upper_.row(), lower_.row()}; }
-    template <class Sample>
-    void copyIn(const RowPair<Sample>& from, std::size_t n) {
+    auto row() { return PairOfRows<decltype(upper_.row())>{upper_.row(), lower_.row()}; }
+    template <class Row>
+    void copyIn(const PairOfRows<Row>& from, std::size_t n) {
       upper_.copyIn(from.upper, n);
       lower_.copyIn(from.lower, n);
     }
-    template <class Sample>
-    void copyOut(const RowPair<Sample>& to, std::size_t n) const {
+    template <class Row>
+    void copyOut(const PairOfRows<Row>& to, std::size_t n) const {
       upper_.copyOut(to.upper, n);
       lower_.copyOut(to.lower, n);
     }

@@ -38,12 +38,17 @@ struct PlaneRows {
   }
 };
 
-// Two rows of luma or of interleaved pixels.
+// The rows of three planes of one size. Their row pairs are pairs in every plane.
 template <class T>
-struct RowPair {
-  T* upper;
-  T* lower;
+struct FullPlaneRows : PlaneRows<T, 3> {};
+
+// Two rows: of luma or of interleaved pixels, or of several planes each.
+template <class Row>
+struct PairOfRows {
+  Row upper, lower;
 };
+template <class T>
+using RowPair = PairOfRows<T*>;
 
 // Two rows of luma and the chroma rows that they share.
 template <class T>
@@ -61,6 +66,11 @@ RowPair<T> rowPair(const Rows<T>& rows, int pair) {
 template <class T>
 RowPair420<T> rowPair(const PlaneRows<T, 3>& rows, int pair) {
   return {rowPair(rows.plane[0], pair), rows.plane[1].row(pair), rows.plane[2].row(pair)};
+}
+
+template <class T>
+PairOfRows<PlaneRow<T, 3>> rowPair(const FullPlaneRows<T>& rows, int pair) {
+  return {rows.row(2 * pair), rows.row(2 * pair + 1)};
 }
 
 // The step of an image that is counted in 16-bit samples: an odd one loses its low bit.

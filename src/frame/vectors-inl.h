@@ -98,31 +98,27 @@ HWY_INLINE VU16 packToWords(VI32 a, VI32 b) {
 #endif
 }
 
-// Bytes times 128 in 16-bit lanes, and the low bytes of lanes over 64 back: the same bytes in the same places if they
-// went through both. Which lane is where is what suits the instruction set.
-#if HWY_TARGET <= HWY_AVX3_DL
+// Bytes times 128 in 16-bit lanes by position: lane i of a is byte 2 i, of b byte 2 i + 1.
 HWY_INLINE Halves<VI16> times128(VU8 v) {
   const Tag<std::int16_t> d16;
   const VU16 pairs = hn::BitCast(Tag<std::uint16_t>(), v), mask = all<std::uint16_t>(0x7F80);
   return {hn::BitCast(d16, hn::And(hn::ShiftLeft<7>(pairs), mask)),
           hn::BitCast(d16, hn::And(hn::ShiftRight<1>(pairs), mask))};
 }
+
+// The low bytes of such lanes over 64.
 HWY_INLINE VU8 over64(Halves<VI16> h) {
+#if HWY_TARGET <= HWY_AVX3_DL
   // In every 64 bits the bytes from bit 6 of each lane, twice.
   const __m512i from = _mm512_set1_epi64(0x3636262616160606);
   const __m512i even = _mm512_multishift_epi64_epi8(from, h.a.raw);
   return VU8{_mm512_mask_multishift_epi64_epi8(even, 0xAAAAAAAAAAAAAAAA, from, h.b.raw)};
-}
 #else
-HWY_INLINE Halves<VI16> times128(VU8 v) {
-  const Halves<VI16> wide = widen(v);
-  return {hn::ShiftLeft<7>(wide.a), hn::ShiftLeft<7>(wide.b)};
-}
-HWY_INLINE VU8 over64(Halves<VI16> h) {
-  const VI16 byte = all<std::int16_t>(0xFF);
-  return packToBytes(hn::ShiftRight<6>(h.a) & byte, hn::ShiftRight<6>(h.b) & byte);
-}
+  const VI16 even = hn::And(hn::ShiftRight<6>(h.a), all<std::int16_t>(0xFF));
+  const VI16 odd = hn::AndNot(all<std::int16_t>(0xFF), hn::ShiftLeft<2>(h.b));
+  return hn::BitCast(Tag<std::uint8_t>(), hn::Or(even, odd));
 #endif
+}
 
 // Bytes split into 16-bit lanes by position: lane i of a is byte 2 i, of b byte 2 i + 1. Neighbouring pixels stand in
 // the same lane of the two halves, so that a pair's sum is a sum and a pair's chroma serves both.
@@ -140,6 +136,15 @@ HWY_INLINE VU8 joinPairsSaturated(VI16 a, VI16 b) {
   const Tag<std::uint8_t> d8;
   alignas(16) static constexpr std::uint8_t kAlternate[16] = {0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15};
   return hn::TableLookupBytes(packToBytes(a, b), hn::LoadDup128(d8, kAlternate));
+}
+
+// Bytes of two vectors in turn, by position: those of the even places in a, of the odd places in b.
+HWY_INLINE Halves<VU8> zipPairs(VU8 v0, VU8 v1) {
+  const Tag<std::uint8_t> d8;
+  const Tag<std::uint16_t> d16;
+  const VU16 x = hn::BitCast(d16, v0), y = hn::BitCast(d16, v1), low = all<std::uint16_t>(0xFF);
+  return {hn::BitCast(d8, hn::IfVecThenElse(low, x, hn::ShiftLeft<8>(y))),
+          hn::BitCast(d8, hn::IfVecThenElse(low, hn::ShiftRight<8>(x), y))};
 }
 
 // Bytes of two vectors in turn, in order over both results.
@@ -185,6 +190,35 @@ HWY_INLINE VI32 addDots(VI32 sum, VI16 a, VI16 w) {
   return VI32{vaddq_s32(sum.raw,
                         vpaddq_s32(vmull_s16(vget_low_s16(a.raw), vget_low_s16(w.raw)), vmull_high_s16(a.raw, w.raw)))};
 #endif
+}
+
+// even x + odd y in every 16-bit lane, where x and y are its bytes and the factors are bytes with a sign.
+template <int even, int odd>
+HWY_INLINE VI16 dotBytes(VU8 xy) {
+  constexpr auto isByte = [](int v) { return v >= -128 && v <= 127; };
+  static_assert(isByte(even) && isByte(odd) && isByte(even + odd), "the sum fits 16 bits");
+#if HWY_ARCH_X86
+  const VI16 factors = all(static_cast<std::int16_t>((odd & 0xFF) << 8 | (even & 0xFF)));
+#if HWY_TARGET <= HWY_AVX3
+  return VI16{_mm512_maddubs_epi16(xy.raw, factors.raw)};
+#elif HWY_TARGET == HWY_AVX2
+  return VI16{_mm256_maddubs_epi16(xy.raw, factors.raw)};
+#else
+  return VI16{_mm_maddubs_epi16(xy.raw, factors.raw)};
+#endif
+#else
+  const Halves<VI16> bytes = splitPairs(xy);
+  return bytes.a * all<std::int16_t>(even) + bytes.b * all<std::int16_t>(odd);
+#endif
+}
+
+// (even x + odd y) >> shift, exactly, with factors of 16 bits and a shift of at least 8.
+template <int even, int odd, int shift>
+HWY_INLINE VI16 dotBytes(VU8 xy) {
+  constexpr auto lowByte = [](int v) { return (v & 0xFF) - (v & 0x80) * 2; };
+  constexpr int lowEven = lowByte(even), lowOdd = lowByte(odd);
+  const VI16 upper = dotBytes<(even - lowEven) / 256, (odd - lowOdd) / 256>(xy);
+  return hn::ShiftRight<shift - 8>(upper + hn::ShiftRight<8>(dotBytes<lowEven, lowOdd>(xy)));
 }
 
 // Copies n bytes, at most bytes of them, into or out of a local buffer of whole vectors.

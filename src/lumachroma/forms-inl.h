@@ -75,6 +75,19 @@ struct OnLanes {
 constexpr int kLumaOffset = 16;
 constexpr int kChromaOffset = 128;
 
+// Luma at 256 times the sample, each term and the sum truncated; no offset.
+template <int kRed, int kGreen, int kBlue>
+HWY_INLINE VU8 truncatedLuma(const Channels<VU8>& rgb) {
+  const Tag<std::uint16_t> d;
+  const VU16 high = all<std::uint16_t>(0xFF00);
+  const VU16 r = hn::BitCast(d, rgb.c0), g = hn::BitCast(d, rgb.c1), b = hn::BitCast(d, rgb.c2);
+  const VU16 even =
+      mulHigh(kRed, hn::ShiftLeft<8>(r)) + mulHigh(kGreen, hn::ShiftLeft<8>(g)) + mulHigh(kBlue, hn::ShiftLeft<8>(b));
+  const VU16 odd =
+      mulHigh(kRed, hn::And(r, high)) + mulHigh(kGreen, hn::And(g, high)) + mulHigh(kBlue, hn::And(b, high));
+  return hn::BitCast(Tag<std::uint8_t>(), hn::Or(hn::ShiftRight<8>(even), hn::And(odd, high)));
+}
+
 // Each term rounded at 64 times the sample, their sum truncated. From 128 times the samples, 64 times Y less its
 // offset, and so on; nothing leaves the range of a byte.
 struct RoundedTerms {

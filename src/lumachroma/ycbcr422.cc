@@ -22,23 +22,11 @@ using YCrCb = Packed422<ChromaOrder::CrCb>;
 // sample, rounded to nearest.
 struct TruncatedLumaExactChroma {
   static HWY_INLINE Luma422 apply(const Channels<VU8>& rgb) {
-    return {luma(rgb), chroma(rgb, pairsOf(-9699, -19071), 28770), chroma(rgb, pairsOf(28770, -24117), -4653)};
+    return {truncatedLuma<16843, 33030, 6423>(rgb) + all<std::uint8_t>(kLumaOffset),
+            chroma(rgb, pairsOf(-9699, -19071), 28770), chroma(rgb, pairsOf(28770, -24117), -4653)};
   }
 
  private:
-  static HWY_INLINE VU8 luma(const Channels<VU8>& rgb) {
-    const Tag<std::uint16_t> d;
-    const VU16 high = all<std::uint16_t>(0xFF00);
-    const VU16 r = hn::BitCast(d, rgb.c0), g = hn::BitCast(d, rgb.c1), b = hn::BitCast(d, rgb.c2);
-    const VU16 even = sum(hn::ShiftLeft<8>(r), hn::ShiftLeft<8>(g), hn::ShiftLeft<8>(b));
-    const VU16 odd = sum(hn::And(r, high), hn::And(g, high), hn::And(b, high));
-    const VU16 both = hn::Or(hn::ShiftRight<8>(even), hn::And(odd, high));
-    return hn::BitCast(Tag<std::uint8_t>(), both) + all<std::uint8_t>(kLumaOffset);
-  }
-  static HWY_INLINE VU16 sum(VU16 r, VU16 g, VU16 b) {
-    return mulHigh(16843, r) + mulHigh(33030, g) + mulHigh(6423, b);
-  }
-
   static HWY_INLINE VI16 chroma(const Channels<VU8>& rgb, VI16 redGreen, int blue) {
     const Tag<std::int16_t> d;
     const VI16 r = pairSum(rgb.c0), g = pairSum(rgb.c1), b = pairSum(rgb.c2);

@@ -16,6 +16,7 @@ struct Rule {
 const Rule kRules[] = {
     {"zumiRGBTo*420_*", [](Traits& t) { t.oddSize = eitherOdd; }},
     {"zumi*420ToRGB_*", [](Traits& t) { t.oddSize = eitherOdd; }},
+    {"zumiYUV*ToRGB_8u_P3AC4R", [](Traits& t) { t.keepsAlpha = false; }},
 
     {"zumi@(Sum|Mean)_32f_*",
      [](Traits& t) {
