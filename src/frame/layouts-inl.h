@@ -549,14 +549,11 @@ struct PackedA4 : Interleaved<std::uint8_t, 4, kLanes<std::uint32_t>> {
 // two: grouped by channel, either is four 32-bit lanes, a channel each, which transpose with those of the other
 // vectors. The pixels of a block of the result come from the same block of the four vectors.
 
-// What a store does to the fourth channel.
-enum class Fourth { kKept, kZero };
-
-// The fourth channel is not loaded, and stays as it is in memory or becomes zero.
-template <class T, Fourth fourth = Fourth::kKept>
+// The fourth channel is not loaded, and stays as it is in memory.
+template <class T>
 struct ThreeOf4 : Interleaved<T, 4, kLanes<T>> {
   static constexpr bool kWoven = true;
-  static constexpr bool kKeeps = fourth == Fourth::kKept;
+  static constexpr bool kKeeps = true;
 
   template <class Access = Whole>
   static HWY_INLINE Channels<Vec<T>> load(const T* row, Access access = {}) {
@@ -584,14 +581,6 @@ struct ThreeOf4 : Interleaved<T, 4, kLanes<T>> {
     merge(hn::InterleaveUpper(d64, lower01, lower2), row, 1, access);
     merge(hn::InterleaveLower(d64, upper01, upper2), row, 2, access);
     merge(hn::InterleaveUpper(d64, upper01, upper2), row, 3, access);
-  }
-
-  static void setPixel(T* row, std::size_t x, const Pixel& p) {
-    T* to = row + 4 * x;
-    to[0] = static_cast<T>(p.c0);
-    to[1] = static_cast<T>(p.c1);
-    to[2] = static_cast<T>(p.c2);
-    if (!kKeeps) to[3] = 0;
   }
 
  private:
@@ -635,13 +624,142 @@ struct ThreeOf4 : Interleaved<T, 4, kLanes<T>> {
     const Tag<std::uint8_t> d;
     const Tag<T> to;
     const VU8 pixels = hn::TableLookupBytes(hn::BitCast(d, v), hn::LoadDup128(d, kUngroup.at));
-    Vec<T> stored = hn::BitCast(to, pixels);
-    if constexpr (kKeeps) {
-      const Vec<T> kept = access.samples(4).load(to, row, i * kLanes<T>);
-      stored = hn::Or(stored, hn::And(kept, hn::BitCast(to, all(kFourth))));
-    }
-    access.samples(4).store(stored, to, row, i * kLanes<T>);
+    const Vec<T> fourth = hn::And(access.samples(4).load(to, row, i * kLanes<T>), hn::BitCast(to, all(kFourth)));
+    access.samples(4).store(hn::Or(hn::BitCast(to, pixels), fourth), to, row, i * kLanes<T>);
   }
+};
+
+// ---- Other bytes, vectors of pixels in memory order
+
+template <class V>
+struct FourChannels {
+  V c0, c1, c2, c3;
+};
+
+// Four interleaved channels. A load leaves out the fourth.
+struct Packed4 : Interleaved<std::uint8_t, 4, kLanes<std::uint8_t>> {
+  static constexpr bool kWoven = true;
+
+  template <class Access = Whole>
+  static HWY_INLINE Channels<VU8> load(const std::uint8_t* row, Access access = {}) {
+    const VU8 v0 = part(row, 0, access), v1 = part(row, 1, access), v2 = part(row, 2, access),
+              v3 = part(row, 3, access);
+#if HWY_TARGET <= HWY_AVX3_DL
+    const Tag<std::uint8_t> d;
+    static constexpr Index<64> kFirstTwo = channelBytes(0), kThird = channelBytes(2);
+    const VU8 lower01 = gather(v0, v1, kFirstTwo), lower2 = gather(v0, v1, kThird), upper01 = gather(v2, v3, kFirstTwo),
+              upper2 = gather(v2, v3, kThird);
+    return {hn::ConcatLowerLower(d, upper01, lower01), hn::ConcatUpperUpper(d, upper01, lower01),
+            hn::ConcatLowerLower(d, upper2, lower2)};
+#else
+    const Tag<std::uint32_t> d;
+    const Tag<std::uint64_t> d64;
+    const VU32 g0 = group(v0), g1 = group(v1), g2 = group(v2), g3 = group(v3);
+    const auto lower01 = hn::BitCast(d64, hn::InterleaveLower(d, g0, g1)),
+               upper01 = hn::BitCast(d64, hn::InterleaveUpper(d, g0, g1)),
+               lower23 = hn::BitCast(d64, hn::InterleaveLower(d, g2, g3)),
+               upper23 = hn::BitCast(d64, hn::InterleaveUpper(d, g2, g3));
+    const Tag<std::uint8_t> to;
+    return {hn::BitCast(to, hn::InterleaveLower(d64, lower01, lower23)),
+            hn::BitCast(to, hn::InterleaveUpper(d64, lower01, lower23)),
+            hn::BitCast(to, hn::InterleaveLower(d64, upper01, upper23))};
+#endif
+  }
+
+  template <class Access = Whole>
+  static HWY_INLINE void store(const FourChannels<VU8>& v, std::uint8_t* row, Access access = {}) {
+#if HWY_TARGET <= HWY_AVX3_DL
+    const Halves<VU8> first = zip(v.c0, v.c1), second = zip(v.c2, v.c3);
+    const Halves<VU8> lower = zip16(first.a, second.a), upper = zip16(first.b, second.b);
+    storeParts(lower.a, lower.b, upper.a, upper.b, row, access);
+#else
+    const Tag<std::uint8_t> d;
+    const Halves<VU8> lower = zipBlocks16(hn::InterleaveLower(d, v.c0, v.c1), hn::InterleaveLower(d, v.c2, v.c3)),
+                      upper = zipBlocks16(hn::InterleaveUpper(d, v.c0, v.c1), hn::InterleaveUpper(d, v.c2, v.c3));
+#if HWY_TARGET == HWY_AVX2
+    storeParts(hn::ConcatLowerLower(d, lower.b, lower.a), hn::ConcatLowerLower(d, upper.b, upper.a),
+               hn::ConcatUpperUpper(d, lower.b, lower.a), hn::ConcatUpperUpper(d, upper.b, upper.a), row, access);
+#else
+    storeParts(lower.a, lower.b, upper.a, upper.b, row, access);
+#endif
+#endif
+  }
+
+  static Pixel pixel(const std::uint8_t* row, std::size_t x) { return {row[4 * x], row[4 * x + 1], row[4 * x + 2]}; }
+  static void setPixel(std::uint8_t* row, std::size_t x, const Pixel& p, std::uint8_t fourth) {
+    row[4 * x] = static_cast<std::uint8_t>(p.c0);
+    row[4 * x + 1] = static_cast<std::uint8_t>(p.c1);
+    row[4 * x + 2] = static_cast<std::uint8_t>(p.c2);
+    row[4 * x + 3] = fourth;
+  }
+
+ private:
+  template <std::size_t bytes>
+  struct Index {
+    alignas(bytes) std::uint8_t at[bytes];
+  };
+
+  // A quarter of the pixels; with AVX2 such that block b of part i holds pixels 16 b + 4 i and following.
+  template <class Access>
+  static HWY_INLINE VU8 part(const std::uint8_t* row, std::size_t i, Access access) {
+    const Tag<std::uint8_t> d;
+#if HWY_TARGET == HWY_AVX2
+    const hn::Half<Tag<std::uint8_t>> half;
+    return hn::Combine(d, access.load(half, row, 64 + 16 * i), access.load(half, row, 16 * i));
+#else
+    return access.samples(4).load(d, row, i * kLanes<std::uint8_t>);
+#endif
+  }
+
+  template <class Access>
+  static HWY_INLINE void storeParts(VU8 v0, VU8 v1, VU8 v2, VU8 v3, std::uint8_t* row, Access access) {
+    const Tag<std::uint8_t> d;
+    const Access samples = access.samples(4);
+    samples.store(v0, d, row);
+    samples.store(v1, d, row, kLanes<std::uint8_t>);
+    samples.store(v2, d, row, 2 * kLanes<std::uint8_t>);
+    samples.store(v3, d, row, 3 * kLanes<std::uint8_t>);
+  }
+
+#if HWY_TARGET <= HWY_AVX3_DL
+  // Of 32 pixels in two vectors, the bytes of a channel and then those of the next.
+  static constexpr Index<64> channelBytes(std::size_t channel) {
+    Index<64> index{};
+    for (std::size_t i = 0; i < 64; ++i) index.at[i] = static_cast<std::uint8_t>(4 * (i % 32) + channel + i / 32);
+    return index;
+  }
+  static HWY_INLINE VU8 gather(VU8 v0, VU8 v1, const Index<64>& index) {
+    return VU8{_mm512_permutex2var_epi8(v0.raw, _mm512_load_si512(index.at), v1.raw)};
+  }
+
+  // Pairs of bytes of two vectors in turn, in order over both results.
+  static HWY_INLINE Halves<VU8> zip16(VU8 v0, VU8 v1) {
+    struct Order {
+      alignas(64) std::uint16_t at[2][32];
+      constexpr Order() : at() {
+        for (int i = 0; i < 64; ++i) at[i / 32][i % 32] = static_cast<std::uint16_t>(i / 2 + i % 2 * 32);
+      }
+    };
+    static constexpr Order kOrder;
+    return {VU8{_mm512_permutex2var_epi16(v0.raw, _mm512_load_si512(kOrder.at[0]), v1.raw)}, VU8 {
+              _mm512_permutex2var_epi16(v0.raw, _mm512_load_si512(kOrder.at[1]), v1.raw)
+            }};
+  }
+#else
+  // The four pixels of each block grouped by channel.
+  static HWY_INLINE VU32 group(VU8 v) {
+    static constexpr Index<16> kGroup{{0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15}};
+    return hn::BitCast(Tag<std::uint32_t>(), hn::TableLookupBytes(v, hn::LoadDup128(Tag<std::uint8_t>(), kGroup.at)));
+  }
+
+  // Pairs of bytes of two vectors in turn, in blocks.
+  static HWY_INLINE Halves<VU8> zipBlocks16(VU8 v0, VU8 v1) {
+    const Tag<std::uint8_t> d;
+    const Tag<std::uint16_t> d16;
+    const VU16 w0 = hn::BitCast(d16, v0), w1 = hn::BitCast(d16, v1);
+    return {hn::BitCast(d, hn::InterleaveLower(d16, w0, w1)), hn::BitCast(d, hn::InterleaveUpper(d16, w0, w1))};
+  }
+#endif
 };
 
 // ---- Columns of a row

@@ -16,9 +16,17 @@ using C2 = Packed422<ChromaOrder::CbCr>;
 using C3 = Packed3<Zum8u>;
 using P3 = Planes3<Zum8u>;
 using AC4 = ThreeOf4<Zum8u>;
-using C4 = ThreeOf4<Zum8u, Fourth::kZero>;
 using P3Row = PlaneRow<const Zum8u, 3>;
 using P3Target = PlaneRow<Zum8u, 3>;
+
+// Three channels and zeros in a fourth.
+struct C3And0 : Packed4 {
+  template <class Access = Whole>
+  static HWY_INLINE void store(const Channels<VU8>& v, Zum8u* row, Access access = {}) {
+    Packed4::store({v.c0, v.c1, v.c2, hn::Zero(Tag<Zum8u>())}, row, access);
+  }
+  static void setPixel(Zum8u* row, std::size_t x, const Pixel& p) { Packed4::setPixel(row, x, p, 0); }
+};
 
 // ---- RGB to YUV, the forms
 //
@@ -355,8 +363,8 @@ void innerYUV422ToRGB_8u_P3R(P3Row src, P3Target dst, int width) {
 // Blocks of 8 and one of 4, by the same form, then single pixels.
 void innerYUV422ToRGB_8u_P3AC4R(P3Row src, Zum8u* dst, int width) {
   const int blocks = width & ~3;
-  columns<Planes422, OnPairs<YuvRounded16>, C4>(src, dst, 0, blocks);
-  decodePixels<FineYuvPixel, C4>(src, dst, blocks, width);
+  columns<Planes422, OnPairs<YuvRounded16>, C3And0>(src, dst, 0, blocks);
+  decodePixels<FineYuvPixel, C3And0>(src, dst, blocks, width);
 }
 
 void innerYUV420ToRGB_8u_P3C3R(RowPair420<const Zum8u> src, RowPair<Zum8u> dst, int pairs) {
@@ -370,9 +378,9 @@ void innerYUV420ToRGB_8u_P3R(RowPair420<const Zum8u> src, PairOfRows<P3Target> d
 // Blocks of 4 pairs and one of 2, by the same form, then a single pair.
 void innerYUV420ToRGB_8u_P3AC4R(RowPair420<const Zum8u> src, RowPair<Zum8u> dst, int pairs) {
   const int blocks = pairs & ~1;
-  columns<Planes420, OnPairs<YuvRounded16>, RowPairOf<C4>>(src, dst, 0, 2 * blocks);
-  decodePixels<RoundedYuvPixel, C4>({src.luma.upper, src.cb, src.cr}, dst.upper, 2 * blocks, 2 * pairs);
-  decodePixels<RoundedYuvPixel, C4>({src.luma.lower, src.cb, src.cr}, dst.lower, 2 * blocks, 2 * pairs);
+  columns<Planes420, OnPairs<YuvRounded16>, RowPairOf<C3And0>>(src, dst, 0, 2 * blocks);
+  decodePixels<RoundedYuvPixel, C3And0>({src.luma.upper, src.cb, src.cr}, dst.upper, 2 * blocks, 2 * pairs);
+  decodePixels<RoundedYuvPixel, C3And0>({src.luma.lower, src.cb, src.cr}, dst.lower, 2 * blocks, 2 * pairs);
 }
 
 }  // namespace HWY_NAMESPACE
