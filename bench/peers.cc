@@ -450,6 +450,23 @@ std::vector<Comparison> comparisons() {
        {LIBYUV(I420ToRAW), similar(LIBYUV(I420ToARGB), kP420, kC4), OPENCV(YUV2RGB_I420), SWSCALE(YUV420P, RGB24)},
        2},
 
+      // The planar peers scale U and V another way.
+      {OURS(zumiRGBToYUV_8u_C3R), &kC3, &kC3, {OPENCV(RGB2YUV)}},
+      {OURS(zumiYUVToRGB_8u_C3R), &kC3, &kC3, {OPENCV(YUV2RGB)}},
+      {OURS(zumiYUVToRGB_8u_P3R), &kP444, &kP444, {similar(SWSCALE(YUVJ444P, GBRP))}},
+      {OURS(zumiYUV422ToRGB_8u_P3AC4R), &kP422, &kC4, {similar(LIBYUV(J422ToARGB))}},
+      {OURS(zumiRGBToYUV420_8u_C3P3R),
+       &kC3,
+       &kP420,
+       {similar(LIBYUV(RAWToJ420)), similar(LIBYUV(ARGBToJ420), kC4, kP420), similar(SWSCALE(RGB24, YUVJ420P))},
+       2},
+      {OURS(zumiYUV420ToRGB_8u_P3C3R),
+       &kP420,
+       &kC3,
+       {similar(LIBYUV(J420ToRAW)), similar(SWSCALE(YUVJ420P, RGB24)), similar(OPENCV(YUV2RGB_I420))},
+       2},
+      {OURS(zumiYUV420ToRGB_8u_P3AC4R), &kP420, &kC4, {similar(LIBYUV(J420ToARGB))}, 2},
+
       // OpenCV's hue circle has 256 steps here, ours 255.
       {OURS(zumiRGBToHSV_8u_C3R), &kC3, &kC3, {OPENCV(RGB2HSV_FULL)}},
       {OURS(zumiRGBToHSV_8u_AC4R), &kC4, &kC4, {similar(OPENCV(RGB2HSV_FULL), kC4, kC3)}},

@@ -308,17 +308,17 @@ ZUM_API ZumStatus zumiYCbCr420ToRGB_8u_P3C3R(const Zum8u* const pSrc[3], const i
 /** @} */
 
 /** @defgroup yuv RGB and YUV
- *  Full-range RGB to and from full-range YUV: Y = 0.299 R + 0.587 G + 0.114 B, U = 0.492 (B - Y) + 128,
- *  V = 0.877 (R - Y) + 128, at 4:4:4, 4:2:2 and 4:2:0, all samples 8-bit. Minimum size 1 by 1; steps are not checked;
- *  one thread. The layouts of 4:2:2 and 4:2:0 are those of @ref ycbcr422 and @ref ycbcr420, C2 rows being packed
- *  Y0 U Y1 V. Subsampled planes have a step each; the other planes share one. Going forward the chroma of two or four
+ *  Full-range RGB to and from full-range YUV: Y = 0.299 R + 0.587 G + 0.114 B, U = 0.492 (B - Y) + 128, V = 0.877
+ *  (R - Y) + 128, at 4:4:4, 4:2:2 and 4:2:0, all samples 8-bit. Minimum size 1 by 1; steps are not checked; one
+ *  thread. The layouts of 4:2:2 and 4:2:0 are those of @ref ycbcr422 and @ref ycbcr420, C2 rows being packed Y0 U
+ *  Y1 V. Subsampled planes have a step each; the other planes share one. Going forward the chroma of two or four
  *  pixels is that of their mean, going back it is repeated.
  *
  *  Functions without R work on tight images: no steps, and no gap between rows. A chroma row has width / 2 samples,
  *  rounded up at 4:2:2 and down at 4:2:0.
  *
  *  Each function has its own fixed-point arithmetic, and most have another one behind their block columns, so that
- * equal colours may differ by a unit. Block columns are the width rounded down to
+ *  equal colours may differ by a unit. Block columns are the width rounded down to
  *
  *  - 16: zumiRGBToYUV_8u_C3R, zumiRGBToYUV_8u_P3R, zumiYUV422ToRGB_8u_P3C3R and P3C3
  *  - 8: zumiRGBToYUV_8u_AC4R, zumiRGBToYUV_8u_C3P3R, zumiYUVToRGB_8u_P3R, zumiRGBToYUV420_8u_C3P3R and C3P3
@@ -326,18 +326,18 @@ ZUM_API ZumStatus zumiYCbCr420ToRGB_8u_P3C3R(const Zum8u* const pSrc[3], const i
  *  - 1 (4:4:4) or 2: all others
  *
  *  The tight 4:2:2 functions take an image of even width and at least 256 pixels as one row, of which the pixels
- * rounded down to 8 come first and the others as a row of their own: there the block columns depend on the place in the
- * image.
+ *  rounded down to 8 come first and the others as a row of their own: there the block columns depend on the place
+ *  in the image.
  *
  *  4:2:2: an odd width is no error and gives no warning. In planes the last pixel has its own chroma samples. In C2
- * rows it has two bytes, its Y and U; going back it takes V from the byte before its Y, that of the pair before, and at
- * a width of 1 its U also for V.
+ *  rows it has two bytes, its Y and U; going back it takes V from the byte before its Y, that of the pair before,
+ *  and at a width of 1 its U also for V.
  *
- *  4:2:0: if the width or the height is odd, the last column or row of the destination stays as it was and the status
- * is zumWrnOddSize.
+ *  4:2:0: if the width or the height is odd, the last column or row of the destination stays as it was and the
+ *  status is zumWrnOddSize.
  *
- *  The fourth channel of AC4 images is neither read nor written by the 4:4:4 functions; P3AC4 functions set it to 0 in
- *  every pixel that they convert.
+ *  The fourth channel of AC4 images is neither read nor written by the 4:4:4 functions; P3AC4 functions set it to 0
+ *  in every pixel that they convert.
  *  @{ */
 
 /** RGB to YUV, interleaved. */

@@ -120,6 +120,18 @@ HWY_INLINE VU8 over64(Halves<VI16> h) {
 #endif
 }
 
+// The high bytes of 16-bit lanes, those of a in the even places.
+HWY_INLINE VU8 highBytes(VU16 a, VU16 b) {
+  return hn::BitCast(Tag<std::uint8_t>(), hn::IfVecThenElse(all<std::uint16_t>(0xFF), hn::ShiftRight<8>(a), b));
+}
+
+// Like over64, saturating to signed bytes.
+HWY_INLINE VU8 saturatedOver64(Halves<VI16> h) {
+  const Tag<std::uint16_t> d;
+  const VI16 a = hn::SaturatedAdd(h.a, h.a), b = hn::SaturatedAdd(h.b, h.b);
+  return highBytes(hn::BitCast(d, hn::SaturatedAdd(a, a)), hn::BitCast(d, hn::SaturatedAdd(b, b)));
+}
+
 // Bytes split into 16-bit lanes by position: lane i of a is byte 2 i, of b byte 2 i + 1. Neighbouring pixels stand in
 // the same lane of the two halves, so that a pair's sum is a sum and a pair's chroma serves both.
 HWY_INLINE Halves<VI16> splitPairs(VU8 v) {

@@ -85,7 +85,7 @@ HWY_INLINE VU8 truncatedLuma(const Channels<VU8>& rgb) {
       mulHigh(kRed, hn::ShiftLeft<8>(r)) + mulHigh(kGreen, hn::ShiftLeft<8>(g)) + mulHigh(kBlue, hn::ShiftLeft<8>(b));
   const VU16 odd =
       mulHigh(kRed, hn::And(r, high)) + mulHigh(kGreen, hn::And(g, high)) + mulHigh(kBlue, hn::And(b, high));
-  return hn::BitCast(Tag<std::uint8_t>(), hn::Or(hn::ShiftRight<8>(even), hn::And(odd, high)));
+  return highBytes(even, odd);
 }
 
 // Each term rounded at 64 times the sample, their sum truncated. From 128 times the samples, 64 times Y less its

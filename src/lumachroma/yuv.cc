@@ -44,14 +44,19 @@ HWY_INLINE VU8 saturated(VI16 even, VI16 odd) { return joinPairsSaturated(offset
 struct TruncatedTerms {
   static HWY_INLINE Channels<VU8> apply(const Channels<VU8>& rgb) {
     const Halves<VI16> r = times128(rgb.c0), g = times128(rgb.c1), b = times128(rgb.c2);
-    return {truncatedLuma<19595, 38469, 7471>(rgb), offset(over64({u(r.a, g.a, b.a), u(r.b, g.b, b.b)})),
-            saturated(v(r.a, g.a, b.a), v(r.b, g.b, b.b))};
+    return {highBytes(luma(r.a, g.a, b.a), luma(r.b, g.b, b.b)), offset(over64({u(r.a, g.a, b.a), u(r.b, g.b, b.b)})),
+            offset(saturatedOver64({v(r.a, g.a, b.a), v(r.b, g.b, b.b)}))};
   }
 
  private:
+  static HWY_INLINE VU16 luma(VI16 r, VI16 g, VI16 b) {
+    const Tag<std::uint16_t> d;  // twice green's factor is more than a factor can be
+    return mulHigh(2 * 19595, hn::BitCast(d, r)) + mulHigh(38469, hn::BitCast(d, g + g)) +
+           mulHigh(2 * 7471, hn::BitCast(d, b));
+  }
   static HWY_INLINE VI16 u(VI16 r, VI16 g, VI16 b) { return mulHigh(-4816, r) + mulHigh(-9469, g) + mulHigh(14286, b); }
   static HWY_INLINE VI16 v(VI16 r, VI16 g, VI16 b) {
-    return hn::ShiftRight<6>(mulHigh(20152, r) + mulHigh(-16875, g) + mulHigh(-3276, b));
+    return mulHigh(20152, r) + mulHigh(-16875, g) + mulHigh(-3276, b);
   }
 };
 
