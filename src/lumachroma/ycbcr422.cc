@@ -13,8 +13,8 @@ namespace HWY_NAMESPACE {
 
 using C3 = Packed3<Zum8u>;
 using P3 = Planes3<Zum8u>;
-using P3Row = const PlaneRow<const Zum8u, 3>&;
-using P3Target = const PlaneRow<Zum8u, 3>&;
+using P3Row = PlaneRow<const Zum8u, 3>;
+using P3Target = PlaneRow<Zum8u, 3>;
 using YCbCr = Packed422<ChromaOrder::CbCr>;
 using YCrCb = Packed422<ChromaOrder::CrCb>;
 
@@ -81,13 +81,13 @@ HWY_INLINE void encodeRow(const SrcRow& src, Zum8u* dst, int width) {
 void innerRGBToYCbCr422_C3_C2R(const Zum8u* src, Zum8u* dst, int width) {
   encodeRow<ChromaOrder::CbCr, C3>(src, dst, width);
 }
-void innerRGBToYCbCr422_C3P2_C3R(P3Row src, Zum8u* dst, int width) {
+void innerRGBToYCbCr422_C3P2_C3R(const P3Row& src, Zum8u* dst, int width) {
   encodeRow<ChromaOrder::CbCr, P3>(src, dst, width);
 }
 void innerRGBToYCrCb422_C3_C2R(const Zum8u* src, Zum8u* dst, int width) {
   encodeRow<ChromaOrder::CrCb, C3>(src, dst, width);
 }
-void innerRGBToYCrCb422_C3P2_C3R(P3Row src, Zum8u* dst, int width) {
+void innerRGBToYCrCb422_C3P2_C3R(const P3Row& src, Zum8u* dst, int width) {
   encodeRow<ChromaOrder::CrCb, P3>(src, dst, width);
 }
 
@@ -112,18 +112,18 @@ HWY_INLINE void decodeRow(const Zum8u* src, const DstRow& dst, int width) {
 void innerYCbCrToRGB422_C2_C3R(const Zum8u* src, Zum8u* dst, int width) {
   decodeRow<ChromaOrder::CbCr, C3>(src, dst, width);
 }
-void innerYCbCr422ToRGB_C2_C3P2R(const Zum8u* src, P3Target dst, int width) {
+void innerYCbCr422ToRGB_C2_C3P2R(const Zum8u* src, const P3Target& dst, int width) {
   decodeRow<ChromaOrder::CbCr, P3>(src, dst, width);
 }
 void innerYCrCbToRGB422_C2_C3R(const Zum8u* src, Zum8u* dst, int width) {
   decodeRow<ChromaOrder::CrCb, C3>(src, dst, width);
 }
-void innerYCrCb422ToRGB_C2_C3P2R(const Zum8u* src, P3Target dst, int width) {
+void innerYCrCb422ToRGB_C2_C3P2R(const Zum8u* src, const P3Target& dst, int width) {
   decodeRow<ChromaOrder::CrCb, P3>(src, dst, width);
 }
 
 // Blocks of 8, then single pixels; the last of an odd width has chroma samples of its own.
-void innerYCbCr422ToRGB_8u_P3C3R(P3Row src, Zum8u* dst, int width) {
+void innerYCbCr422ToRGB_8u_P3C3R(const P3Row& src, Zum8u* dst, int width) {
   const int blocks = width & ~7;
   columns<Planes422, OnPairs<Rounded16>, C3>(src, dst, 0, blocks);
   for (int x = blocks; x < width; ++x) {

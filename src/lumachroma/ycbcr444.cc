@@ -12,8 +12,8 @@ namespace HWY_NAMESPACE {
 
 using C3 = Packed3<Zum8u>;
 using P3 = Planes3<Zum8u>;
-using P3Row = const PlaneRow<const Zum8u, 3>&;
-using P3Target = const PlaneRow<Zum8u, 3>&;
+using P3Row = PlaneRow<const Zum8u, 3>;
+using P3Target = PlaneRow<Zum8u, 3>;
 
 // A row in two column ranges: whole blocks by one form, what remains by another.
 template <class Src, class Block, class Tail, class Dst, class SrcRow, class DstRow>
@@ -30,7 +30,7 @@ void innerRGBToYCbCr_AC4R(const Zum8u* src, Zum8u* dst, int width) {
   columns<PackedA4, OnLanes<Exact>, PackedA4>(src, dst, 0, width);
 }
 
-void innerRGBToYCbCr_C3P2_C3P2R(P3Row src, P3Target dst, int width) {
+void innerRGBToYCbCr_C3P2_C3P2R(const P3Row& src, const P3Target& dst, int width) {
   blocksAndTail<P3, OnHalves<RoundedSum>, Exact, P3>(src, dst, width & ~15, width);
 }
 
@@ -43,11 +43,11 @@ void innerYCbCrToRGB_AC4R(const Zum8u* src, Zum8u* dst, int width) {
   columns<PackedA4, OnLanes<FineInverse>, PackedA4>(src, dst, 0, width);
 }
 
-void innerYCbCrToRGB_C3P2_C3P2R(P3Row src, P3Target dst, int width) {
+void innerYCbCrToRGB_C3P2_C3P2R(const P3Row& src, const P3Target& dst, int width) {
   blocksAndTail<P3, OnHalves<Truncated16>, FineInverse, P3>(src, dst, width & ~3, width);
 }
 
-void innerYCbCrToRGB_8u_P3C3R(P3Row src, Zum8u* dst, int width) {
+void innerYCbCrToRGB_8u_P3C3R(const P3Row& src, Zum8u* dst, int width) {
   blocksAndTail<P3, OnHalves<Rounded16>, FinePlanarInverse, C3>(src, dst, width & ~7, width);
 }
 

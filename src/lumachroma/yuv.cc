@@ -234,13 +234,13 @@ void innerRGBToYUV_8u_AC4R(const Zum8u* src, Zum8u* dst, int width) {
   columns<AC4, TwiceLuma, AC4>(src, dst, blocks, width);
 }
 
-void innerRGBToYUV_8u_P3R(P3Row src, P3Target dst, int width) {
+void innerRGBToYUV_8u_P3R(const P3Row& src, const P3Target& dst, int width) {
   const int blocks = width & ~15;
   columns<P3, TruncatedTerms, P3>(src, dst, 0, blocks);
   columns<P3, OnLanes<ExactSums>, P3>(src, dst, blocks, width);
 }
 
-void innerRGBToYUV_8u_C3P3R(const Zum8u* src, P3Target dst, int width) {
+void innerRGBToYUV_8u_C3P3R(const Zum8u* src, const P3Target& dst, int width) {
   const int blocks = width & ~7;
   columns<C3, TruncatedTerms, P3>(src, dst, 0, blocks);
   columns<C3, OnLanes<RoundedDifferences>, P3>(src, dst, blocks, width);
@@ -263,20 +263,20 @@ void setLastPixel(const P3Target& dst, int x, const Yuv& yuv) {
   dst[2][x / 2] = static_cast<Zum8u>(yuv.v);
 }
 
-void innerRGBToYUV422_8u_C3P3R(const Zum8u* src, P3Target dst, int width) {
+void innerRGBToYUV422_8u_C3P3R(const Zum8u* src, const P3Target& dst, int width) {
   const int pairs = width & ~1;
   columns<C3, TwiceLumaOfTwo, Planes422>(src, dst, 0, pairs);
   if (pairs < width) setLastPixel(dst, pairs, exactLuma(C3::pixel(src, pairs), 16383, 32767));
 }
 
-void innerRGBToYUV422_8u_P3R(P3Row src, P3Target dst, int width) {
+void innerRGBToYUV422_8u_P3R(const P3Row& src, const P3Target& dst, int width) {
   const int pairs = width & ~1;
   columns<P3, TenBitsOfTwo, Planes422>(src, dst, 0, pairs);
   if (pairs < width) setLastPixel(dst, pairs, exactLuma(P3::pixel(src, pairs), 0, 0));
 }
 
 // Blocks of 8 pairs and one of 4, by the same form, then single pairs.
-void innerRGBToYUV420_8u_C3P3R(RowPair<const Zum8u> src, RowPair420<Zum8u> dst, int pairs) {
+void innerRGBToYUV420_8u_C3P3R(RowPair<const Zum8u> src, const RowPair420<Zum8u>& dst, int pairs) {
   const int blocks = pairs & ~3;
   columns<RowPairOf<C3>, RoundedLumaOfFour, Planes420>(src, dst, 0, 2 * blocks);
   for (int p = blocks; p < pairs; ++p) {
@@ -298,7 +298,7 @@ void innerRGBToYUV420_8u_C3P3R(RowPair<const Zum8u> src, RowPair420<Zum8u> dst, 
   }
 }
 
-void innerRGBToYUV420_8u_P3R(PairOfRows<P3Row> src, RowPair420<Zum8u> dst, int pairs) {
+void innerRGBToYUV420_8u_P3R(const PairOfRows<P3Row>& src, const RowPair420<Zum8u>& dst, int pairs) {
   columns<RowPairOf<P3>, TenBitsOfFour, Planes420>(src, dst, 0, 2 * pairs);
 }
 
@@ -325,13 +325,13 @@ void innerYUVToRGB_8u_AC4R(const Zum8u* src, Zum8u* dst, int width) {
   columns<AC4, OnHalves<YuvTruncated1>, AC4>(src, dst, 0, width);
 }
 
-void innerYUVToRGB_8u_P3R(P3Row src, P3Target dst, int width) {
+void innerYUVToRGB_8u_P3R(const P3Row& src, const P3Target& dst, int width) {
   const int blocks = width & ~7;
   columns<P3, OnHalves<TruncatedParts>, P3>(src, dst, 0, blocks);
   columns<P3, OnLanes<ExactParts>, P3>(src, dst, blocks, width);
 }
 
-void innerYUVToRGB_8u_P3C3R(P3Row src, Zum8u* dst, int width) {
+void innerYUVToRGB_8u_P3C3R(const P3Row& src, Zum8u* dst, int width) {
   columns<P3, OnHalves<YuvTruncated2>, C3>(src, dst, 0, width);
 }
 
@@ -352,36 +352,36 @@ void decodePixels(const P3Row& src, const DstRow& dst, int begin, int end) {
   for (int x = begin; x < end; ++x) Dst::setPixel(dst, x, Form::rgb(src[0][x], src[1][x / 2], src[2][x / 2]));
 }
 
-void innerYUV422ToRGB_8u_P3C3R(P3Row src, Zum8u* dst, int width) {
+void innerYUV422ToRGB_8u_P3C3R(const P3Row& src, Zum8u* dst, int width) {
   const int blocks = width & ~15, pairs = width & ~1;
   columns<Planes422, OnPairs<YuvTruncated2>, C3>(src, dst, 0, blocks);
   columns<Planes422, OnRepeatedChroma<OnLanes<FineYuvInverse>>, C3>(src, dst, blocks, pairs);
   decodePixels<FineYuvPixel, C3>(src, dst, pairs, width);
 }
 
-void innerYUV422ToRGB_8u_P3R(P3Row src, P3Target dst, int width) {
+void innerYUV422ToRGB_8u_P3R(const P3Row& src, const P3Target& dst, int width) {
   const int pairs = width & ~1;
   columns<Planes422, OnPairs<YuvTruncated2>, P3>(src, dst, 0, pairs);
   decodePixels<CoarseYuvPixel, P3>(src, dst, pairs, width);
 }
 
 // Blocks of 8 and one of 4, by the same form, then single pixels.
-void innerYUV422ToRGB_8u_P3AC4R(P3Row src, Zum8u* dst, int width) {
+void innerYUV422ToRGB_8u_P3AC4R(const P3Row& src, Zum8u* dst, int width) {
   const int blocks = width & ~3;
   columns<Planes422, OnPairs<YuvRounded16>, C3And0>(src, dst, 0, blocks);
   decodePixels<FineYuvPixel, C3And0>(src, dst, blocks, width);
 }
 
-void innerYUV420ToRGB_8u_P3C3R(RowPair420<const Zum8u> src, RowPair<Zum8u> dst, int pairs) {
+void innerYUV420ToRGB_8u_P3C3R(const RowPair420<const Zum8u>& src, RowPair<Zum8u> dst, int pairs) {
   columns<Planes420, OnPairs<YuvTruncated2>, RowPairOf<C3>>(src, dst, 0, 2 * pairs);
 }
 
-void innerYUV420ToRGB_8u_P3R(RowPair420<const Zum8u> src, PairOfRows<P3Target> dst, int pairs) {
+void innerYUV420ToRGB_8u_P3R(const RowPair420<const Zum8u>& src, const PairOfRows<P3Target>& dst, int pairs) {
   columns<Planes420, OnPairs<YuvTruncated2>, RowPairOf<P3>>(src, dst, 0, 2 * pairs);
 }
 
 // Blocks of 4 pairs and one of 2, by the same form, then a single pair.
-void innerYUV420ToRGB_8u_P3AC4R(RowPair420<const Zum8u> src, RowPair<Zum8u> dst, int pairs) {
+void innerYUV420ToRGB_8u_P3AC4R(const RowPair420<const Zum8u>& src, RowPair<Zum8u> dst, int pairs) {
   const int blocks = pairs & ~1;
   columns<Planes420, OnPairs<YuvRounded16>, RowPairOf<C3And0>>(src, dst, 0, 2 * blocks);
   decodePixels<RoundedYuvPixel, C3And0>({src.luma.upper, src.cb, src.cr}, dst.upper, 2 * blocks, 2 * pairs);
