@@ -410,6 +410,157 @@ ZUM_API ZumStatus zumiYUV420ToRGB_8u_P3AC4R(const Zum8u* const pSrc[3], const in
 ZUM_API ZumStatus zumiYUV420ToRGB_8u_P3C3(const Zum8u* const pSrc[3], Zum8u* pDst, ZumiSize roi);
 /** Planar YUV 4:2:0 to RGB planes, tight images. */
 ZUM_API ZumStatus zumiYUV420ToRGB_8u_P3(const Zum8u* const pSrc[3], Zum8u* const pDst[3], ZumiSize roi);
+/** @defgroup bgrencode BGR to subsampled YCbCr and YUV
+ *  BGR to studio-range YCbCr of ITU-R BT.601, and of packed 16-bit pixels also to full-range YUV. Sources are three
+ *  bytes a pixel (B, G, R), four (B, G, R and alpha, which is not read), or one Zum16u with blue in its lowest
+ *  bits: 5, 6 and 5 bits (BGR565) or 5, 5 and 5 (BGR555, the highest bit is ignored), each widened to a byte by
+ *  zeros. Chroma is that of the mean of the pixels that share it, centred at 128.125 in YCbCr. Each plane has its
+ *  own step; the planes of YCrCb are in the order Y, Cr, Cb. All steps are bytes, and are not checked. One thread.
+ *
+ *  Checks: all pointers, those of the planes too, come before the size.
+ *
+ *  Block columns, their terms truncated, are followed by exact columns with Y rounded:
+ *
+ *  | to              | minimum | block columns                                             | odd sizes           |
+ *  |-----------------|---------|-----------------------------------------------------------|---------------------|
+ *  | 4:2:2           | 2 by 1  | width rounded down to 32, and 8 more if width mod 16 >= 8 | converted           |
+ *  | 4:2:0, from 8u  | 2 by 2  | width rounded down to 16, and 4 more if width mod 8 >= 4  | left, zumWrnOddSize |
+ *  | 4:2:0, from 16u | 2 by 2  | the same                                                  | Y alone, no warning |
+ *  | 4:1:1           | 4 by 1  | width rounded down to 32, from BGR565 to 4                | see below           |
+ *  | YUV 4:2:0       | 2 by 2  | as 4:2:0                                                  | left, zumWrnOddSize |
+ *
+ *  4:2:2: a last odd pixel has chroma of its own colour alone. C2 rows, packed Y0 Cb Y1 Cr, end with its Y and Cb;
+ *  chroma planes, half as wide and rounded up, with both.
+ *
+ *  4:1:1: chroma planes have a quarter of the width, rounded down; zumWrnOddSize is returned if the width is no
+ *  multiple of 4. Of the last one to three pixels the AC4 and the BGR555 function convert Y alone, the others
+ *  nothing. From C3 the block columns are the width rounded down to 16, and their terms are rounded as in @ref
+ *  ycbcr444.
+ *  @{ */
+
+/** BGR to packed YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiBGRToYCbCr422_8u_C3C2R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** BGR to planar YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiBGRToYCbCr422_8u_C3P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
+                                             ZumiSize roi);
+/** BGR with alpha to packed YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiBGRToYCbCr422_8u_AC4C2R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** BGR with alpha to planar YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiBGRToYCbCr422_8u_AC4P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                              const int dstStep[3], ZumiSize roi);
+/** BGR565 to packed YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiBGR565ToYCbCr422_16u8u_C3C2R(const Zum16u* pSrc, int srcStep, Zum8u* pDst, int dstStep,
+                                                   ZumiSize roi);
+/** BGR565 to planar YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiBGR565ToYCbCr422_16u8u_C3P3R(const Zum16u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                                   const int dstStep[3], ZumiSize roi);
+/** BGR555 to packed YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiBGR555ToYCbCr422_16u8u_C3C2R(const Zum16u* pSrc, int srcStep, Zum8u* pDst, int dstStep,
+                                                   ZumiSize roi);
+/** BGR555 to planar YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiBGR555ToYCbCr422_16u8u_C3P3R(const Zum16u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                                   const int dstStep[3], ZumiSize roi);
+/** BGR to planar YCbCr 4:2:0. */
+ZUM_API ZumStatus zumiBGRToYCbCr420_8u_C3P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
+                                             ZumiSize roi);
+/** BGR to planar YCrCb 4:2:0. */
+ZUM_API ZumStatus zumiBGRToYCrCb420_8u_C3P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
+                                             ZumiSize roi);
+/** BGR with alpha to planar YCbCr 4:2:0. */
+ZUM_API ZumStatus zumiBGRToYCbCr420_8u_AC4P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                              const int dstStep[3], ZumiSize roi);
+/** BGR with alpha to planar YCrCb 4:2:0. */
+ZUM_API ZumStatus zumiBGRToYCrCb420_8u_AC4P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                              const int dstStep[3], ZumiSize roi);
+/** BGR565 to planar YCbCr 4:2:0. */
+ZUM_API ZumStatus zumiBGR565ToYCbCr420_16u8u_C3P3R(const Zum16u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                                   const int dstStep[3], ZumiSize roi);
+/** BGR565 to planar YCrCb 4:2:0. */
+ZUM_API ZumStatus zumiBGR565ToYCrCb420_16u8u_C3P3R(const Zum16u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                                   const int dstStep[3], ZumiSize roi);
+/** BGR555 to planar YCbCr 4:2:0. */
+ZUM_API ZumStatus zumiBGR555ToYCbCr420_16u8u_C3P3R(const Zum16u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                                   const int dstStep[3], ZumiSize roi);
+/** BGR555 to planar YCrCb 4:2:0. */
+ZUM_API ZumStatus zumiBGR555ToYCrCb420_16u8u_C3P3R(const Zum16u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                                   const int dstStep[3], ZumiSize roi);
+/** BGR to planar YCbCr 4:1:1. */
+ZUM_API ZumStatus zumiBGRToYCbCr411_8u_C3P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
+                                             ZumiSize roi);
+/** BGR with alpha to planar YCbCr 4:1:1. */
+ZUM_API ZumStatus zumiBGRToYCbCr411_8u_AC4P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                              const int dstStep[3], ZumiSize roi);
+/** BGR565 to planar YCbCr 4:1:1. */
+ZUM_API ZumStatus zumiBGR565ToYCbCr411_16u8u_C3P3R(const Zum16u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                                   const int dstStep[3], ZumiSize roi);
+/** BGR555 to planar YCbCr 4:1:1. */
+ZUM_API ZumStatus zumiBGR555ToYCbCr411_16u8u_C3P3R(const Zum16u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                                   const int dstStep[3], ZumiSize roi);
+/** BGR565 to planar YUV 4:2:0. */
+ZUM_API ZumStatus zumiBGR565ToYUV420_16u8u_C3P3R(const Zum16u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                                 const int dstStep[3], ZumiSize roi);
+/** BGR555 to planar YUV 4:2:0. */
+ZUM_API ZumStatus zumiBGR555ToYUV420_16u8u_C3P3R(const Zum16u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                                 const int dstStep[3], ZumiSize roi);
+
+/** @} */
+
+/** @defgroup bgrdecode YCbCr and YUV to BGR
+ *  Back from studio-range YCbCr of ITU-R BT.601 or full-range YUV to BGR: three bytes a pixel (B, G, R), or four
+ *  with the value of alpha that is given. Planes have a step each but at 4:4:4, where they share one. Steps are not
+ *  checked; one thread.
+ *
+ *  | function                          | minimum | block columns           | elsewhere        | odd sizes           |
+ *  |-----------------------------------|---------|-------------------------|------------------|---------------------|
+ *  | zumiYCbCrToBGR_8u_P3C3R, P3C4R    | 1 by 1  | all, rounded            |                  | converted           |
+ *  | zumiYCbCr422ToBGR_8u_C2C3R        | 2 by 1  | even width, rounded     | truncated, finer | converted           |
+ *  | zumiYCbCr422ToBGR_8u_C2C4R        | 2 by 1  | width rounded down to 8 | truncated, finer | converted           |
+ *  | zumiYCbCr411ToBGR_8u_P3C3R, P3C4R | 4 by 1  | width rounded down to 4 | truncated, finer | converted           |
+ *  | zumiYCbCr420ToBGR_8u_P3C3R        | 1 by 1  | width rounded down to 8 | rounded, finer   | left, zumWrnOddSize |
+ *  | zumiYUV420ToBGR_8u_P3C3R          | 2 by 2  | all                     |                  | left, see below     |
+ *  | zumiYCrCb420ToBGR_Filter_8u_P3C4R | 1 by 1  | see below               | truncated, finer | left, zumWrnOddSize |
+ *
+ *  Block columns are truncated where nothing else is said. What is left of the destination keeps all its bytes,
+ *  alpha too. The functions of 4:4:4 and 4:1:1 look at the planes before the size.
+ *
+ *  4:2:2: a last odd pixel has Cb behind its Y and takes Cr from the pair before. 4:1:1: chroma planes have a
+ *  quarter of the width, rounded up. 4:2:0: chroma planes have half the width and half the height, both rounded
+ *  down.
+ *
+ *  zumiYUV420ToBGR_8u_P3C3R returns zumWrnOddSize if half the width or half the height, rounded down, is odd: for 6
+ *  by 4 but not for 5 by 4.
+ *
+ *  zumiYCrCb420ToBGR_Filter_8u_P3C4R takes the planes Y, Cr, Cb. The first pixel of a pair has the pair's chroma,
+ *  the second the mean of that and the next pair's, rounded upward; both pixels of a row's last pair have the
+ *  pair's. Block columns are the even width less 2, rounded down to 16.
+ *  @{ */
+
+/** YCbCr 4:4:4 planes, one step for the three, to BGR. */
+ZUM_API ZumStatus zumiYCbCrToBGR_8u_P3C3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep,
+                                          ZumiSize roi);
+/** YCbCr 4:4:4 planes, one step for the three, to BGR with alpha. */
+ZUM_API ZumStatus zumiYCbCrToBGR_8u_P3C4R(const Zum8u* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep,
+                                          ZumiSize roi, Zum8u alpha);
+/** Packed YCbCr 4:2:2 to BGR. */
+ZUM_API ZumStatus zumiYCbCr422ToBGR_8u_C2C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** Packed YCbCr 4:2:2 to BGR with alpha. */
+ZUM_API ZumStatus zumiYCbCr422ToBGR_8u_C2C4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                             Zum8u alpha);
+/** Planar YCbCr 4:1:1 to BGR. */
+ZUM_API ZumStatus zumiYCbCr411ToBGR_8u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst, int dstStep,
+                                             ZumiSize roi);
+/** Planar YCbCr 4:1:1 to BGR with alpha. */
+ZUM_API ZumStatus zumiYCbCr411ToBGR_8u_P3C4R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst, int dstStep,
+                                             ZumiSize roi, Zum8u alpha);
+/** Planar YCbCr 4:2:0 to BGR. */
+ZUM_API ZumStatus zumiYCbCr420ToBGR_8u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst, int dstStep,
+                                             ZumiSize roi);
+/** Planar YUV 4:2:0 to BGR. */
+ZUM_API ZumStatus zumiYUV420ToBGR_8u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst, int dstStep,
+                                           ZumiSize roi);
+/** Planar YCrCb 4:2:0, the chroma interpolated, to BGR with alpha. */
+ZUM_API ZumStatus zumiYCrCb420ToBGR_Filter_8u_P3C4R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst,
+                                                    int dstStep, ZumiSize roi, Zum8u alpha);
 
 /** @} */
 

@@ -2,6 +2,8 @@
 #ifndef ZUM_FRAME_ARGUMENTS_H
 #define ZUM_FRAME_ARGUMENTS_H
 
+#include <utility>
+
 #include "frame/rows.h"
 
 namespace zum {
@@ -121,6 +123,21 @@ TightHalfPlanes<T, last> tightHalfPlanes3(T* const* base, int width) {
   return {{base, 0}, width};
 }
 
+// Planes in the order Y, Cr, Cb, seen as Y, Cb, Cr: each goes with its step.
+template <class T, class Step>
+struct ExchangedChroma : Planes<T, 3, Step> {
+  PlaneRows<T, 3> rows() const {
+    PlaneRows<T, 3> result = Planes<T, 3, Step>::rows();
+    std::swap(result.plane[1], result.plane[2]);
+    return result;
+  }
+};
+
+template <class T, class Step>
+ExchangedChroma<T, Step> exchangedChroma(T* const* base, Step step) {
+  return {{base, step}};
+}
+
 inline bool below(ZumiSize size, ZumiSize minimum) {
   return size.width < minimum.width || size.height < minimum.height;
 }
@@ -132,6 +149,13 @@ ZumStatus check(const Src& src, const Dst& dst, ZumiSize roi, ZumiSize minimum =
   if (below(roi, minimum)) return zumErrSize;
   if (src.planeMissing() || dst.planeMissing()) return zumErrNullPtr;
   return zumOk;
+}
+
+// The checks of the functions that look at the planes before the size.
+template <class Src, class Dst>
+ZumStatus checkPlanesFirst(const Src& src, const Dst& dst, ZumiSize roi, ZumiSize minimum) {
+  if (src.missing() || dst.missing() || src.planeMissing() || dst.planeMissing()) return zumErrNullPtr;
+  return below(roi, minimum) ? zumErrSize : zumOk;
 }
 
 }  // namespace zum

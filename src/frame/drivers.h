@@ -12,17 +12,17 @@
 
 namespace zum {
 
-// Rows one after the other, in the caller's thread.
-template <class Kernel, class Src, class Dst>
-void serialRows(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) {
-  for (int r = 0; r < roi.height; ++r) kernel(src.row(r), dst.row(r), roi.width);
+// Rows one after the other, in the caller's thread. Parameters go to the kernel as they are.
+template <class Kernel, class Src, class Dst, class... Parameters>
+void serialRows(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi, Parameters... parameters) {
+  for (int r = 0; r < roi.height; ++r) kernel(src.row(r), dst.row(r), roi.width, parameters...);
 }
 
 // Row pairs, for 4:2:0: the kernel gets two luma rows, their chroma rows and the number of pixel pairs. A last odd row
 // or column is not touched.
-template <class Kernel, class Src, class Dst>
-void serialRowPairs(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) {
-  for (int p = 0; p < roi.height / 2; ++p) kernel(rowPair(src, p), rowPair(dst, p), roi.width / 2);
+template <class Kernel, class Src, class Dst, class... Parameters>
+void serialRowPairs(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi, Parameters... parameters) {
+  for (int p = 0; p < roi.height / 2; ++p) kernel(rowPair(src, p), rowPair(dst, p), roi.width / 2, parameters...);
 }
 
 // The pixels of an image by a wrapping 32-bit product: what thresholds are compared with.
@@ -104,10 +104,10 @@ ZumStatus convertTightRows(Kernel* kernel, const Src& src, const Dst& dst, ZumiS
 }
 
 // The same for 4:2:0, with the warning for sizes that are not whole blocks.
-template <class Kernel, class Src, class Dst>
-ZumStatus convertRowPairs(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) {
+template <class Kernel, class Src, class Dst, class... Parameters>
+ZumStatus convertRowPairs(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi, Parameters... parameters) {
   if (const ZumStatus status = check(src, dst, roi)) return status;
-  serialRowPairs(kernel, src.rows(), dst.rows(), roi);
+  serialRowPairs(kernel, src.rows(), dst.rows(), roi, parameters...);
   return roi.width % 2 || roi.height % 2 ? zumWrnOddSize : zumOk;
 }
 

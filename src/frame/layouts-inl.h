@@ -631,6 +631,97 @@ struct ThreeOf4 : Interleaved<T, 4, kLanes<T>> {
 
 // ---- Other bytes, vectors of pixels in memory order
 
+// One plane, as a destination.
+struct Plane1 : Interleaved<std::uint8_t, 1, kLanes<std::uint8_t>> {
+  template <class Access = Whole>
+  static HWY_INLINE void store(VU8 v, std::uint8_t* row, Access access = {}) {
+    access.store(v, Tag<std::uint8_t>(), row);
+  }
+};
+
+// Chroma in 16-bit lanes, Cb and Cr in turn, the pair i for the pixels 4 i to 4 i + 3.
+struct Luma411 {
+  VU8 y;
+  VI16 cbCr;
+};
+
+// Planes of 4:1:1. Works on whole groups of four. A load repeats the chroma for both pairs of a group.
+struct Planes411 {
+  static constexpr std::size_t kPixels = kLanes<std::uint8_t>;
+  static constexpr bool kWoven = false;
+  static constexpr bool kKeeps = false;
+
+  template <class Sample>
+  static PlaneRow<Sample, 3> at(const PlaneRow<Sample, 3>& row, std::size_t x) {
+    return {row[0] + x, row[1] + x / 4, row[2] + x / 4};
+  }
+
+  template <class Sample, class Access = Whole>
+  static HWY_INLINE Luma422 load(const PlaneRow<Sample, 3>& row, Access access = {}) {
+    return {access.load(Tag<std::uint8_t>(), row[0]), repeated(row[1], access), repeated(row[2], access)};
+  }
+
+  template <class Access = Whole>
+  static HWY_INLINE void store(const Luma411& v, const PlaneRow<std::uint8_t, 3>& row, Access access = {}) {
+    access.store(v.y, Tag<std::uint8_t>(), row[0]);
+    const Access groups = access.half().half();
+    const auto cbThenCr = hn::LowerHalf(hn::Half<Tag<std::uint8_t>>(), grouped(v.cbCr));
+    groups.store(hn::LowerHalf(Quarter(), cbThenCr), Quarter(), row[1]);
+    groups.store(hn::UpperHalf(Quarter(), cbThenCr), Quarter(), row[2]);
+  }
+
+  class Local {
+   public:
+    PlaneRow<std::uint8_t, 3> row() { return {y_.row(), cb_.row(), cr_.row()}; }
+    void copyIn(const PlaneRow<const std::uint8_t, 3>& from, std::size_t n) {
+      y_.copyIn(from[0], n);
+      cb_.copyIn(from[1], n / 4);
+      cr_.copyIn(from[2], n / 4);
+    }
+    void copyOut(const PlaneRow<std::uint8_t, 3>& to, std::size_t n) const {
+      y_.copyOut(to[0], n);
+      cb_.copyOut(to[1], n / 4);
+      cr_.copyOut(to[2], n / 4);
+    }
+
+   private:
+    LocalLuma y_;
+    Interleaved<std::uint8_t, 1, kLanes<std::uint32_t>>::Local cb_, cr_;
+  };
+
+ private:
+  using Quarter = hn::Rebind<std::uint8_t, Tag<std::int32_t>>;
+
+  // The low bytes of the even lanes in the first quarter, of the odd ones in the second.
+  static HWY_INLINE VU8 grouped(VI16 v) {
+#if HWY_TARGET <= HWY_AVX3_DL
+    struct Index {
+      alignas(64) std::uint8_t at[64];
+      constexpr Index() : at() {
+        for (int i = 0; i < 32; ++i) at[i] = static_cast<std::uint8_t>(i % 16 * 4 + i / 16 * 2);
+      }
+    };
+    static constexpr Index kIndex;
+    return VU8{_mm512_permutexvar_epi8(_mm512_load_si512(kIndex.at), v.raw)};
+#else
+    const Tag<std::uint8_t> d;
+    alignas(16) static constexpr std::uint8_t kInBlocks[16] = {0, 4, 8, 12, 2, 6, 10, 14, 0, 4, 8, 12, 2, 6, 10, 14};
+    const VU8 quads = hn::TableLookupBytes(hn::BitCast(d, v), hn::LoadDup128(d, kInBlocks));
+#if HWY_TARGET == HWY_AVX2
+    return VU8{_mm256_permutevar8x32_epi32(quads.raw, _mm256_setr_epi32(0, 4, 1, 5, 0, 4, 1, 5))};
+#else
+    return quads;
+#endif
+#endif
+  }
+
+  template <class Access>
+  static HWY_INLINE VI16 repeated(const std::uint8_t* p, Access access) {
+    const VI32 chroma = hn::PromoteTo(Tag<std::int32_t>(), access.half().half().load(Quarter(), p));
+    return hn::BitCast(Tag<std::int16_t>(), hn::Or(chroma, hn::ShiftLeft<16>(chroma)));
+  }
+};
+
 template <class V>
 struct FourChannels {
   V c0, c1, c2, c3;
@@ -762,30 +853,99 @@ struct Packed4 : Interleaved<std::uint8_t, 4, kLanes<std::uint8_t>> {
 #endif
 };
 
+// Pixels of 16 bits, as a source: red in the highest bits used, blue in the lowest, 5 bits each, green with 6 or 5
+// between them. A channel becomes a byte by zeros behind it.
+template <int kGreenBits>
+struct Packed16 : Interleaved<std::uint16_t, 1, kLanes<std::uint8_t>> {
+  // R, G, B.
+  template <class Access = Whole>
+  static HWY_INLINE Channels<VU8> load(const std::uint16_t* row, Access access = {}) {
+    const Tag<std::uint8_t> d;
+    const Tag<std::uint16_t> d16;
+    const VU8 v0 = hn::BitCast(d, access.load(d16, row)),
+              v1 = hn::BitCast(d, access.load(d16, row, kLanes<std::uint16_t>));
+    const VU16 low = hn::BitCast(d16, hn::ConcatEven(d, v1, v0)), high = hn::BitCast(d16, hn::ConcatOdd(d, v1, v0));
+    const VU16 green = hn::Or(hn::And(hn::ShiftLeft<kHighGreenUp>(high), bytes(0xFF << kHighGreenUp)),
+                              hn::And(hn::ShiftRight<kLowGreenDown>(low), bytes(7 << (8 - kGreenBits))));
+    return {hn::BitCast(d, hn::And(hn::ShiftLeft<kRedUp>(high), bytes(0xF8))), hn::BitCast(d, green),
+            hn::BitCast(d, hn::And(hn::ShiftLeft<3>(low), bytes(0xF8)))};
+  }
+
+  static Pixel pixel(const std::uint16_t* row, std::size_t x) {
+    std::uint16_t p;
+    std::memcpy(&p, row + x, sizeof p);
+    return {p >> kRedBit << 3 & 0xF8, p >> 5 << (8 - kGreenBits) & 0xFF, p << 3 & 0xF8};
+  }
+
+ private:
+  static constexpr int kRedBit = 5 + kGreenBits;
+  // The moves of green's bits in the high and in the low byte, and of red, to the top of a byte.
+  static constexpr int kHighGreenUp = 11 - kGreenBits, kLowGreenDown = kGreenBits - 3, kRedUp = 11 - kRedBit;
+
+  static HWY_INLINE VU16 bytes(int byte) { return all(static_cast<std::uint16_t>((byte & 0xFF) * 0x101)); }
+};
+
+using Packed565 = Packed16<6>;
+using Packed555 = Packed16<5>;
+
+// The first and the third channel exchanged: forms say R, G, B where the memory of another layout says B, G, R.
+template <class Layout>
+struct Reversed : Layout {
+  template <class Sample, class Access = Whole>
+  static HWY_INLINE auto load(const Sample* row, Access access = {}) {
+    return reversed(Layout::load(row, access));
+  }
+  template <class V, class Sample, class Access = Whole>
+  static HWY_INLINE void store(const V& v, Sample* row, Access access = {}) {
+    Layout::store(reversed(v), row, access);
+  }
+
+  template <class Sample>
+  static Pixel pixel(const Sample* row, std::size_t x) {
+    return reversed(Layout::pixel(row, x));
+  }
+  template <class Sample, class... Fourth>
+  static void setPixel(Sample* row, std::size_t x, const Pixel& p, Fourth... fourth) {
+    Layout::setPixel(row, x, reversed(p), fourth...);
+  }
+
+ private:
+  template <class Of>
+  static HWY_INLINE Of reversed(Of v) {
+    const auto third = v.c2;
+    v.c2 = v.c0;
+    v.c0 = third;
+    return v;
+  }
+};
+
 // ---- Columns of a row
 
 // Converts the columns from x on that are fewer than a vector has, alone or through a local copy.
 template <class Src, class Form, class Dst, class SrcRow, class DstRow>
-HWY_INLINE void lastColumns(const SrcRow& src, const DstRow& dst, std::size_t x, std::size_t end) {
+HWY_INLINE void lastColumns(const SrcRow& src, const DstRow& dst, std::size_t x, std::size_t end,
+                            const Form& form = Form()) {
   if (x >= end) return;
 #if HWY_TARGET <= HWY_AVX3
   const First rest{end - x};
-  Dst::store(Form::apply(Src::load(Src::at(src, x), rest)), Dst::at(dst, x), rest);
+  Dst::store(form.apply(Src::load(Src::at(src, x), rest)), Dst::at(dst, x), rest);
 #else
   typename Src::Local in;
   typename Dst::Local out;
   in.copyIn(Src::at(src, x), end - x);
   if constexpr (Dst::kKeeps) out.copyIn(Dst::at(dst, x), end - x);
-  Dst::store(Form::apply(Src::load(in.row(), Whole())), out.row(), Whole());
+  Dst::store(form.apply(Src::load(in.row(), Whole())), out.row(), Whole());
   out.copyOut(Dst::at(dst, x), end - x);
 #endif
 }
 
 // Converts columns begin to end by one form: whole vectors from and to memory, then the remainder. Where a load takes
 // its channels apart, which is a long chain of steps, the next vector is loaded while one is converted and the one
-// before it is stored: the processor then has operations at hand that can start.
+// before it is stored: the processor then has operations at hand that can start. Most forms hold nothing; one that does
+// is given.
 template <class Src, class Form, class Dst, class SrcRow, class DstRow>
-HWY_INLINE void columns(const SrcRow& src, const DstRow& dst, std::size_t begin, std::size_t end) {
+HWY_INLINE void columns(const SrcRow& src, const DstRow& dst, std::size_t begin, std::size_t end,
+                        const Form& form = Form()) {
   static_assert(Src::kPixels == Dst::kPixels, "source and destination go in step");
   constexpr std::size_t kStride = Src::kPixels;
   const std::size_t wholeEnd = end - (end - begin) % kStride;
@@ -794,11 +954,11 @@ HWY_INLINE void columns(const SrcRow& src, const DstRow& dst, std::size_t begin,
   if constexpr (Src::kWoven) {
     if (begin < wholeEnd) {
       const std::size_t last = wholeEnd - kStride;
-      auto converted = Form::apply(load(begin));
+      auto converted = form.apply(load(begin));
       auto loaded = load(std::min(begin + kStride, last));
       for (std::size_t x = begin + kStride; x <= last; x += kStride) {
         const auto next = load(std::min(x + kStride, last));
-        const auto result = Form::apply(loaded);
+        const auto result = form.apply(loaded);
         store(converted, x - kStride);
         converted = result;
         loaded = next;
@@ -806,9 +966,9 @@ HWY_INLINE void columns(const SrcRow& src, const DstRow& dst, std::size_t begin,
       store(converted, last);
     }
   } else {
-    for (std::size_t x = begin; x < wholeEnd; x += kStride) store(Form::apply(load(x)), x);
+    for (std::size_t x = begin; x < wholeEnd; x += kStride) store(form.apply(load(x)), x);
   }
-  lastColumns<Src, Form, Dst>(src, dst, wholeEnd, end);
+  lastColumns<Src, Form, Dst>(src, dst, wholeEnd, end, form);
 }
 
 }  // namespace HWY_NAMESPACE

@@ -22,15 +22,16 @@ constexpr int cbSum(const Pixel& rgb) { return -9699 * rgb.c0 - 19071 * rgb.c1 +
 constexpr int crSum(const Pixel& rgb) { return 28770 * rgb.c0 - 24117 * rgb.c1 - 4653 * rgb.c2; }
 
 // R, G, B of a pixel whose chroma is centred at 0 first.
-template <int kY, int kRedFromCr, int kGreenFromCb, int kGreenFromCr, int kBlueFromCb>
+template <int kY, int kRedFromCr, int kGreenFromCb, int kGreenFromCr, int kBlueFromCb, int kRounding = 0>
 struct CentredPixel {
   static constexpr Pixel rgb(int y, int cb, int cr) {
-    const int w = kY * (y - 16), u = cb - 128, v = cr - 128;
+    const int w = kY * (y - 16) + kRounding, u = cb - 128, v = cr - 128;
     return {saturate8((w + kRedFromCr * v) >> 16), saturate8((w + kGreenFromCb * u + kGreenFromCr * v) >> 16),
             saturate8((w + kBlueFromCb * u) >> 16)};
   }
 };
 using FinePixel = CentredPixel<76284, 104595, -25690, -53281, 132186>;
+using FineRoundedPixel = CentredPixel<76284, 104595, -25690, -53281, 132186, 32768>;
 using FinePlanarPixel = CentredPixel<76282, 104593, -25689, -53279, 132184>;
 
 // The same matrix with its offsets folded, and rounded on their own.

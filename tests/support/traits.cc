@@ -6,6 +6,10 @@ namespace zumtest {
 namespace {
 
 bool eitherOdd(ZumiSize size) { return (size.width | size.height) & 1; }
+bool eitherHalfOdd(ZumiSize size) { return (size.width | size.height) & 2; }
+bool noGroupsOfFour(ZumiSize size) { return size.width % 4 != 0; }
+
+void checkPlanesFirst(Traits& t) { t.checks = {Check::kPointers, Check::kPlanes, Check::kSize}; }
 
 struct Rule {
   const char* functions;  // a shell pattern
@@ -17,6 +21,42 @@ const Rule kRules[] = {
     {"zumiRGBTo*420_*", [](Traits& t) { t.oddSize = eitherOdd; }},
     {"zumi*420ToRGB_*", [](Traits& t) { t.oddSize = eitherOdd; }},
     {"zumiYUV*ToRGB_8u_P3AC4R", [](Traits& t) { t.keepsAlpha = false; }},
+
+    {"zumiBGR?(565|555)To*42?_*", checkPlanesFirst},
+    {"zumiBGR?(565|555)ToYCbCr422_*",
+     [](Traits& t) {
+       t.minimum = {2, 1};
+     }},
+    {"zumiBGR?(565|555)To*420_*",
+     [](Traits& t) {
+       t.minimum = {2, 2};
+     }},
+    {"zumiBGRTo*420_*", [](Traits& t) { t.oddSize = eitherOdd; }},
+    {"zumiBGR@(565|555)ToYUV420_*", [](Traits& t) { t.oddSize = eitherOdd; }},
+    {"zumiBGR?(565|555)ToYCbCr411_*",
+     [](Traits& t) {
+       checkPlanesFirst(t);
+       t.minimum = {4, 1};
+       t.halfWidthRoundsUp = false;
+       t.oddSize = noGroupsOfFour;
+     }},
+
+    {"zumiYCbCrToBGR_*", checkPlanesFirst},
+    {"zumiYCbCr422ToBGR_*",
+     [](Traits& t) {
+       t.minimum = {2, 1};
+     }},
+    {"zumiYCbCr411ToBGR_*",
+     [](Traits& t) {
+       checkPlanesFirst(t);
+       t.minimum = {4, 1};
+     }},
+    {"zumi@(YCbCr420ToBGR|YCrCb420ToBGR_Filter)_*", [](Traits& t) { t.oddSize = eitherOdd; }},
+    {"zumiYUV420ToBGR_*",
+     [](Traits& t) {
+       t.minimum = {2, 2};
+       t.oddSize = eitherHalfOdd;
+     }},
 
     {"zumi@(Sum|Mean)_32f_*",
      [](Traits& t) {
