@@ -561,6 +561,283 @@ ZUM_API ZumStatus zumiYUV420ToBGR_8u_P3C3R(const Zum8u* const pSrc[3], const int
 /** Planar YCrCb 4:2:0, the chroma interpolated, to BGR with alpha. */
 ZUM_API ZumStatus zumiYCrCb420ToBGR_Filter_8u_P3C4R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst,
                                                     int dstStep, ZumiSize roi, Zum8u alpha);
+/** @defgroup packed16 YCbCr and YUV to 16-bit pixels
+ *  8-bit YCbCr (studio range, ITU-R BT.601) and YUV (full range) to one Zum16u a pixel. The digits behind RGB and BGR
+ *  are the bits of the channels, in the order of the name from the lowest bits upward: RGB565 has R in bits 0 to 4, G
+ *  in 5 to 10 and B in 11 to 15, BGR565 has B in bits 0 to 4 and R in 11 to 15. 555 leaves one bit at the top and 444
+ *  four, which are 0. Samples are saturated to 8 bits and then lose their low bits; nothing is rounded.
+ *
+ *  Packed 4:2:2 rows are Y0 Cb Y1 Cr. Planes of 4:4:4 have one step, subsampled ones a step each. Every pixel is
+ *  converted, whatever the size: chroma planes have half the width (4:2:2, 4:2:0), a quarter of it (4:1:1) and half
+ *  the height (4:2:0), all rounded up. Minimum size 1 by 1, for 4:1:1 4 by 1. Steps are not checked; that of the
+ *  destination loses its low bit. One thread.
+ *
+ *  In block columns terms are truncated at 16 times the sample. All columns are, except for these, whose sums are exact
+ *  and truncated:
+ *
+ *  - 4:4:4 from C3: those behind the width rounded down to 8.
+ *  - 4:2:2 from C2: those behind the width rounded down to 4. A last odd pixel takes its Cr from the pair before. A
+ *    width of 1 makes no 16-bit pixels: in each row it gives three bytes R, G, B, for BGR names too, from the Y and its
+ *    one chroma byte as both Cb and Cr, and the rows start dstStep / 2 bytes apart, rounded down.
+ *  - YUV 4:2:0: a last odd column and a last odd row.
+ *  - 4:1:1: the last one to three pixels if they are no whole group of four; the status is zumWrnOddSize then. In
+ *    groups the sums are rounded.
+ *
+ *  Tight images from C3, and of even width from C2, are one long row: where the source step is 3 (C2: 2) times the
+ *  width and the destination step is twice the width, or one more, only the last pixels of the image are outside block
+ *  columns.
+ *  @{ */
+
+/** YCbCr to RGB565. */
+ZUM_API ZumStatus zumiYCbCrToRGB565_8u16u_C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** YCbCr to BGR565. */
+ZUM_API ZumStatus zumiYCbCrToBGR565_8u16u_C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** YCbCr to RGB555. */
+ZUM_API ZumStatus zumiYCbCrToRGB555_8u16u_C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** YCbCr to BGR555. */
+ZUM_API ZumStatus zumiYCbCrToBGR555_8u16u_C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** YCbCr to RGB444. */
+ZUM_API ZumStatus zumiYCbCrToRGB444_8u16u_C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** YCbCr to BGR444. */
+ZUM_API ZumStatus zumiYCbCrToBGR444_8u16u_C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** YCbCr planes to RGB565. */
+ZUM_API ZumStatus zumiYCbCrToRGB565_8u16u_P3C3R(const Zum8u* const pSrc[3], int srcStep, Zum16u* pDst, int dstStep,
+                                                ZumiSize roi);
+/** YCbCr planes to BGR565. */
+ZUM_API ZumStatus zumiYCbCrToBGR565_8u16u_P3C3R(const Zum8u* const pSrc[3], int srcStep, Zum16u* pDst, int dstStep,
+                                                ZumiSize roi);
+/** YCbCr planes to RGB555. */
+ZUM_API ZumStatus zumiYCbCrToRGB555_8u16u_P3C3R(const Zum8u* const pSrc[3], int srcStep, Zum16u* pDst, int dstStep,
+                                                ZumiSize roi);
+/** YCbCr planes to BGR555. */
+ZUM_API ZumStatus zumiYCbCrToBGR555_8u16u_P3C3R(const Zum8u* const pSrc[3], int srcStep, Zum16u* pDst, int dstStep,
+                                                ZumiSize roi);
+/** YCbCr planes to RGB444. */
+ZUM_API ZumStatus zumiYCbCrToRGB444_8u16u_P3C3R(const Zum8u* const pSrc[3], int srcStep, Zum16u* pDst, int dstStep,
+                                                ZumiSize roi);
+/** YCbCr planes to BGR444. */
+ZUM_API ZumStatus zumiYCbCrToBGR444_8u16u_P3C3R(const Zum8u* const pSrc[3], int srcStep, Zum16u* pDst, int dstStep,
+                                                ZumiSize roi);
+/** Packed YCbCr 4:2:2 to RGB565. */
+ZUM_API ZumStatus zumiYCbCr422ToRGB565_8u16u_C2C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep,
+                                                   ZumiSize roi);
+/** Packed YCbCr 4:2:2 to BGR565. */
+ZUM_API ZumStatus zumiYCbCr422ToBGR565_8u16u_C2C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep,
+                                                   ZumiSize roi);
+/** Packed YCbCr 4:2:2 to RGB555. */
+ZUM_API ZumStatus zumiYCbCr422ToRGB555_8u16u_C2C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep,
+                                                   ZumiSize roi);
+/** Packed YCbCr 4:2:2 to BGR555. */
+ZUM_API ZumStatus zumiYCbCr422ToBGR555_8u16u_C2C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep,
+                                                   ZumiSize roi);
+/** Packed YCbCr 4:2:2 to RGB444. */
+ZUM_API ZumStatus zumiYCbCr422ToRGB444_8u16u_C2C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep,
+                                                   ZumiSize roi);
+/** Packed YCbCr 4:2:2 to BGR444. */
+ZUM_API ZumStatus zumiYCbCr422ToBGR444_8u16u_C2C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep,
+                                                   ZumiSize roi);
+/** Planar YCbCr 4:2:2 to RGB565. */
+ZUM_API ZumStatus zumiYCbCr422ToRGB565_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                   int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:2 to BGR565. */
+ZUM_API ZumStatus zumiYCbCr422ToBGR565_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                   int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:2 to RGB555. */
+ZUM_API ZumStatus zumiYCbCr422ToRGB555_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                   int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:2 to BGR555. */
+ZUM_API ZumStatus zumiYCbCr422ToBGR555_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                   int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:2 to RGB444. */
+ZUM_API ZumStatus zumiYCbCr422ToRGB444_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                   int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:2 to BGR444. */
+ZUM_API ZumStatus zumiYCbCr422ToBGR444_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                   int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:0 to RGB565. */
+ZUM_API ZumStatus zumiYCbCr420ToRGB565_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                   int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:0 to BGR565. */
+ZUM_API ZumStatus zumiYCbCr420ToBGR565_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                   int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:0 to RGB555. */
+ZUM_API ZumStatus zumiYCbCr420ToRGB555_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                   int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:0 to BGR555. */
+ZUM_API ZumStatus zumiYCbCr420ToBGR555_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                   int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:0 to RGB444. */
+ZUM_API ZumStatus zumiYCbCr420ToRGB444_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                   int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:0 to BGR444. */
+ZUM_API ZumStatus zumiYCbCr420ToBGR444_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                   int dstStep, ZumiSize roi);
+/** Planar YUV 4:2:0 to RGB565. */
+ZUM_API ZumStatus zumiYUV420ToRGB565_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                 int dstStep, ZumiSize roi);
+/** Planar YUV 4:2:0 to BGR565. */
+ZUM_API ZumStatus zumiYUV420ToBGR565_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                 int dstStep, ZumiSize roi);
+/** Planar YUV 4:2:0 to RGB555. */
+ZUM_API ZumStatus zumiYUV420ToRGB555_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                 int dstStep, ZumiSize roi);
+/** Planar YUV 4:2:0 to BGR555. */
+ZUM_API ZumStatus zumiYUV420ToBGR555_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                 int dstStep, ZumiSize roi);
+/** Planar YUV 4:2:0 to RGB444. */
+ZUM_API ZumStatus zumiYUV420ToRGB444_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                 int dstStep, ZumiSize roi);
+/** Planar YUV 4:2:0 to BGR444. */
+ZUM_API ZumStatus zumiYUV420ToBGR444_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                 int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:1:1 to BGR565. */
+ZUM_API ZumStatus zumiYCbCr411ToBGR565_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                   int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:1:1 to BGR555. */
+ZUM_API ZumStatus zumiYCbCr411ToBGR555_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                   int dstStep, ZumiSize roi);
+
+/** @} */
+
+/** @defgroup rgb565 RGB and BGR to and from 16-bit pixels
+ *  8-bit interleaved pixels to and from 16-bit ones of 5, 6 and 5 bits, the first sample in the lowest bits. Samples
+ *  lose their low bits on the way there and have zeros in their place on the way back.
+ *
+ *  Minimum size 1 by 1. Checks: null pointers, the size, then the steps (below 1: zumErrStep). The step of a 16-bit
+ *  destination loses its low bit.
+ *
+ *  Threads: an image of at least 192 by 192 pixels is cut into threads_omp_of_n_zum bands of rows, one a thread. If the
+ *  OpenMP runtime grants fewer threads than that (because the caller is inside a parallel region already, for example),
+ *  only the bands of the threads that run are converted: set threads_omp_of_n_zum to 1 there.
+ *  @{ */
+
+/** RGB to RGB565. */
+ZUM_API ZumStatus zumiRGBToRGB565_8u16u_C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** BGR to BGR565. */
+ZUM_API ZumStatus zumiBGRToBGR565_8u16u_C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** RGB565 to RGB. */
+ZUM_API ZumStatus zumiRGB565ToRGB_16u8u_C3R(const Zum16u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** BGR565 to BGR. */
+ZUM_API ZumStatus zumiBGR565ToBGR_16u8u_C3R(const Zum16u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+
+/** @} */
+
+/** @defgroup packed16dither YCbCr and YUV to 16-bit pixels with ordered dither
+ *  As @ref packed16, but that each channel of each pixel is rounded down to its level or up to the next by a threshold,
+ *  from a matrix of 4 by 4 that starts at the first pixel of each call: a flat area gives a pattern in place of a band.
+ *
+ *  The samples before the dither are those of the block columns of @ref packed16, in all columns and rows. A last odd
+ *  pixel of packed 4:2:2, at a width of 1 too, takes its Cb as both Cb and Cr. Tight images are as others.
+ *  @{ */
+
+/** YCbCr to RGB565, dithered. */
+ZUM_API ZumStatus zumiYCbCrToRGB565Dither_8u16u_C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep,
+                                                    ZumiSize roi);
+/** YCbCr to BGR565, dithered. */
+ZUM_API ZumStatus zumiYCbCrToBGR565Dither_8u16u_C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep,
+                                                    ZumiSize roi);
+/** YCbCr to RGB555, dithered. */
+ZUM_API ZumStatus zumiYCbCrToRGB555Dither_8u16u_C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep,
+                                                    ZumiSize roi);
+/** YCbCr to BGR555, dithered. */
+ZUM_API ZumStatus zumiYCbCrToBGR555Dither_8u16u_C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep,
+                                                    ZumiSize roi);
+/** YCbCr to RGB444, dithered. */
+ZUM_API ZumStatus zumiYCbCrToRGB444Dither_8u16u_C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep,
+                                                    ZumiSize roi);
+/** YCbCr to BGR444, dithered. */
+ZUM_API ZumStatus zumiYCbCrToBGR444Dither_8u16u_C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep,
+                                                    ZumiSize roi);
+/** YCbCr planes to RGB565, dithered. */
+ZUM_API ZumStatus zumiYCbCrToRGB565Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], int srcStep, Zum16u* pDst,
+                                                      int dstStep, ZumiSize roi);
+/** YCbCr planes to BGR565, dithered. */
+ZUM_API ZumStatus zumiYCbCrToBGR565Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], int srcStep, Zum16u* pDst,
+                                                      int dstStep, ZumiSize roi);
+/** YCbCr planes to RGB555, dithered. */
+ZUM_API ZumStatus zumiYCbCrToRGB555Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], int srcStep, Zum16u* pDst,
+                                                      int dstStep, ZumiSize roi);
+/** YCbCr planes to BGR555, dithered. */
+ZUM_API ZumStatus zumiYCbCrToBGR555Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], int srcStep, Zum16u* pDst,
+                                                      int dstStep, ZumiSize roi);
+/** YCbCr planes to RGB444, dithered. */
+ZUM_API ZumStatus zumiYCbCrToRGB444Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], int srcStep, Zum16u* pDst,
+                                                      int dstStep, ZumiSize roi);
+/** YCbCr planes to BGR444, dithered. */
+ZUM_API ZumStatus zumiYCbCrToBGR444Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], int srcStep, Zum16u* pDst,
+                                                      int dstStep, ZumiSize roi);
+/** Packed YCbCr 4:2:2 to RGB565, dithered. */
+ZUM_API ZumStatus zumiYCbCr422ToRGB565Dither_8u16u_C2C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep,
+                                                         ZumiSize roi);
+/** Packed YCbCr 4:2:2 to BGR565, dithered. */
+ZUM_API ZumStatus zumiYCbCr422ToBGR565Dither_8u16u_C2C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep,
+                                                         ZumiSize roi);
+/** Packed YCbCr 4:2:2 to RGB555, dithered. */
+ZUM_API ZumStatus zumiYCbCr422ToRGB555Dither_8u16u_C2C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep,
+                                                         ZumiSize roi);
+/** Packed YCbCr 4:2:2 to BGR555, dithered. */
+ZUM_API ZumStatus zumiYCbCr422ToBGR555Dither_8u16u_C2C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep,
+                                                         ZumiSize roi);
+/** Packed YCbCr 4:2:2 to RGB444, dithered. */
+ZUM_API ZumStatus zumiYCbCr422ToRGB444Dither_8u16u_C2C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep,
+                                                         ZumiSize roi);
+/** Packed YCbCr 4:2:2 to BGR444, dithered. */
+ZUM_API ZumStatus zumiYCbCr422ToBGR444Dither_8u16u_C2C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep,
+                                                         ZumiSize roi);
+/** Planar YCbCr 4:2:2 to RGB565, dithered. */
+ZUM_API ZumStatus zumiYCbCr422ToRGB565Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                         int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:2 to BGR565, dithered. */
+ZUM_API ZumStatus zumiYCbCr422ToBGR565Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                         int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:2 to RGB555, dithered. */
+ZUM_API ZumStatus zumiYCbCr422ToRGB555Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                         int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:2 to BGR555, dithered. */
+ZUM_API ZumStatus zumiYCbCr422ToBGR555Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                         int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:2 to RGB444, dithered. */
+ZUM_API ZumStatus zumiYCbCr422ToRGB444Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                         int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:2 to BGR444, dithered. */
+ZUM_API ZumStatus zumiYCbCr422ToBGR444Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                         int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:0 to RGB565, dithered. */
+ZUM_API ZumStatus zumiYCbCr420ToRGB565Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                         int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:0 to BGR565, dithered. */
+ZUM_API ZumStatus zumiYCbCr420ToBGR565Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                         int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:0 to RGB555, dithered. */
+ZUM_API ZumStatus zumiYCbCr420ToRGB555Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                         int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:0 to BGR555, dithered. */
+ZUM_API ZumStatus zumiYCbCr420ToBGR555Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                         int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:0 to RGB444, dithered. */
+ZUM_API ZumStatus zumiYCbCr420ToRGB444Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                         int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:0 to BGR444, dithered. */
+ZUM_API ZumStatus zumiYCbCr420ToBGR444Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                         int dstStep, ZumiSize roi);
+/** Planar YUV 4:2:0 to RGB565, dithered. */
+ZUM_API ZumStatus zumiYUV420ToRGB565Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                       int dstStep, ZumiSize roi);
+/** Planar YUV 4:2:0 to BGR565, dithered. */
+ZUM_API ZumStatus zumiYUV420ToBGR565Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                       int dstStep, ZumiSize roi);
+/** Planar YUV 4:2:0 to RGB555, dithered. */
+ZUM_API ZumStatus zumiYUV420ToRGB555Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                       int dstStep, ZumiSize roi);
+/** Planar YUV 4:2:0 to BGR555, dithered. */
+ZUM_API ZumStatus zumiYUV420ToBGR555Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                       int dstStep, ZumiSize roi);
+/** Planar YUV 4:2:0 to RGB444, dithered. */
+ZUM_API ZumStatus zumiYUV420ToRGB444Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                       int dstStep, ZumiSize roi);
+/** Planar YUV 4:2:0 to BGR444, dithered. */
+ZUM_API ZumStatus zumiYUV420ToBGR444Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
+                                                       int dstStep, ZumiSize roi);
 
 /** @} */
 

@@ -158,6 +158,13 @@ ZumStatus checkPlanesFirst(const Src& src, const Dst& dst, ZumiSize roi, ZumiSiz
   return below(roi, minimum) ? zumErrSize : zumOk;
 }
 
+// The checks of the functions that check their steps too, last.
+template <class T, class U>
+ZumStatus checkWithSteps(const Pixels<T>& src, const Pixels<U>& dst, ZumiSize roi) {
+  if (const ZumStatus status = check(src, dst, roi)) return status;
+  return src.step < 1 || dst.step < 1 ? zumErrStep : zumOk;
+}
+
 }  // namespace zum
 
 #endif

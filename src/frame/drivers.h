@@ -25,6 +25,14 @@ void serialRowPairs(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi
   for (int p = 0; p < roi.height / 2; ++p) kernel(rowPair(src, p), rowPair(dst, p), roi.width / 2, parameters...);
 }
 
+// Row pairs over the whole width, then a last odd row with the chroma of the pair that it would begin.
+template <class PairKernel, class RowKernel, class Src, class Dst>
+void serialRowPairsAndLast(PairKernel* ofPair, RowKernel* ofRow, const Src& src, const Dst& dst, ZumiSize roi) {
+  const int pairs = roi.height / 2;
+  for (int p = 0; p < pairs; ++p) ofPair(rowPair(src, p), rowPair(dst, p), roi.width);
+  if (roi.height % 2) ofRow(upperRow(src, pairs), dst.row(2 * pairs), roi.width);
+}
+
 // The pixels of an image by a wrapping 32-bit product: what thresholds are compared with.
 inline std::int32_t wrappedArea(ZumiSize roi) {
   return static_cast<std::int32_t>(static_cast<std::uint32_t>(roi.width) * static_cast<std::uint32_t>(roi.height));
@@ -79,6 +87,14 @@ void slicedRegion(int width, int height, const Band& band) {
   }
 }
 
+// The rows of an image in such bands.
+template <class Kernel, class Src, class Dst>
+void slicedRows(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) {
+  slicedRegion(roi.width, roi.height, [&](int first, int rows) {
+    for (int r = first; r < first + rows; ++r) kernel(src.row(r), dst.row(r), roi.width);
+  });
+}
+
 // What most exported functions are: the checks, a serial walk, done.
 template <class Kernel, class Src, class Dst>
 ZumStatus convertRows(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) {
@@ -109,6 +125,14 @@ ZumStatus convertRowPairs(Kernel* kernel, const Src& src, const Dst& dst, ZumiSi
   if (const ZumStatus status = check(src, dst, roi)) return status;
   serialRowPairs(kernel, src.rows(), dst.rows(), roi, parameters...);
   return roi.width % 2 || roi.height % 2 ? zumWrnOddSize : zumOk;
+}
+
+// The same for 4:2:0 of any size, to the last column and row.
+template <class PairKernel, class RowKernel, class Src, class Dst>
+ZumStatus convertRowPairsAndLast(PairKernel* ofPair, RowKernel* ofRow, const Src& src, const Dst& dst, ZumiSize roi) {
+  if (const ZumStatus status = check(src, dst, roi)) return status;
+  serialRowPairsAndLast(ofPair, ofRow, src.rows(), dst.rows(), roi);
+  return zumOk;
 }
 
 // The same with rows divided among threads.

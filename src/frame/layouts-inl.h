@@ -61,7 +61,7 @@ struct First {
   std::size_t n;
 
   First samples(std::size_t ofPixel) const { return {n * ofPixel}; }
-  First half() const { return {n / 2}; }
+  First half() const { return {(n + 1) / 2}; }
 
   template <class D>
   HWY_INLINE hn::Vec<D> load(D d, const hn::TFromD<D>* p, std::size_t i = 0) const {
@@ -375,12 +375,12 @@ class LocalChroma {
   std::uint8_t* cb() { return cb_.row(); }
   std::uint8_t* cr() { return cr_.row(); }
   void copyIn(const std::uint8_t* cb, const std::uint8_t* cr, std::size_t pixels) {
-    cb_.copyIn(cb, pixels / 2);
-    cr_.copyIn(cr, pixels / 2);
+    cb_.copyIn(cb, (pixels + 1) / 2);
+    cr_.copyIn(cr, (pixels + 1) / 2);
   }
   void copyOut(std::uint8_t* cb, std::uint8_t* cr, std::size_t pixels) const {
-    cb_.copyOut(cb, pixels / 2);
-    cr_.copyOut(cr, pixels / 2);
+    cb_.copyOut(cb, (pixels + 1) / 2);
+    cr_.copyOut(cr, (pixels + 1) / 2);
   }
 
  private:
@@ -388,7 +388,7 @@ class LocalChroma {
 };
 using LocalLuma = Interleaved<std::uint8_t, 1, kLanes<std::uint8_t>>::Local;
 
-// Planes of 4:2:2. Works on whole pairs. What is stored is saturated.
+// Planes of 4:2:2, with a chroma sample of its own for a last odd pixel. What is stored is saturated.
 struct Planes422 {
   static constexpr std::size_t kPixels = kLanes<std::uint8_t>;
   static constexpr bool kWoven = false;
@@ -429,7 +429,7 @@ struct Planes422 {
   };
 };
 
-// Planes of 4:2:0, two luma rows at a time. Works on whole pairs.
+// Planes of 4:2:0, two luma rows at a time, with a chroma sample of its own for a last odd pixel.
 struct Planes420 {
   static constexpr std::size_t kPixels = kLanes<std::uint8_t>;
   static constexpr bool kWoven = false;
@@ -853,40 +853,68 @@ struct Packed4 : Interleaved<std::uint8_t, 4, kLanes<std::uint8_t>> {
 #endif
 };
 
-// Pixels of 16 bits, as a source: red in the highest bits used, blue in the lowest, 5 bits each, green with 6 or 5
-// between them. A channel becomes a byte by zeros behind it.
-template <int kGreenBits>
+// ---- 16-bit pixels
+//
+// Three channels, the first in the lowest bits: the outer ones in outerBits bits each, green between them in greenBits,
+// more than a byte altogether. Bytes lose their low bits on the way in, and have zeros in their place on the way out.
+template <int outerBits, int greenBits>
 struct Packed16 : Interleaved<std::uint16_t, 1, kLanes<std::uint8_t>> {
-  // R, G, B.
+  static constexpr int kOuterBits = outerBits, kGreenBits = greenBits;
+
   template <class Access = Whole>
   static HWY_INLINE Channels<VU8> load(const std::uint16_t* row, Access access = {}) {
     const Tag<std::uint8_t> d;
     const Tag<std::uint16_t> d16;
     const VU8 v0 = hn::BitCast(d, access.load(d16, row)),
               v1 = hn::BitCast(d, access.load(d16, row, kLanes<std::uint16_t>));
-    const VU16 low = hn::BitCast(d16, hn::ConcatEven(d, v1, v0)), high = hn::BitCast(d16, hn::ConcatOdd(d, v1, v0));
-    const VU16 green = hn::Or(hn::And(hn::ShiftLeft<kHighGreenUp>(high), bytes(0xFF << kHighGreenUp)),
-                              hn::And(hn::ShiftRight<kLowGreenDown>(low), bytes(7 << (8 - kGreenBits))));
-    return {hn::BitCast(d, hn::And(hn::ShiftLeft<kRedUp>(high), bytes(0xF8))), hn::BitCast(d, green),
-            hn::BitCast(d, hn::And(hn::ShiftLeft<3>(low), bytes(0xF8)))};
+    const VU8 low = hn::ConcatEven(d, v1, v0), high = hn::ConcatOdd(d, v1, v0);
+    const VU8 green = hn::Or(right<kGreenUp, kGreenFromLow>(low), left<8 - kGreenUp, kGreenFromHigh>(high));
+    return {left<8 - outerBits, kOuterMask>(low), green, left<kLastDown, kOuterMask>(high)};
+  }
+
+  template <class Access = Whole>
+  static HWY_INLINE void store(const Channels<VU8>& v, std::uint16_t* row, Access access = {}) {
+    const VU8 low = hn::Or(right<8 - outerBits, kFirstInLow>(v.c0), left<kGreenUp, kGreenInLow>(v.c1));
+    const VU8 high = hn::Or(right<kLastDown, kLastInHigh>(v.c2), right<8 - kGreenUp, kGreenInHigh>(v.c1));
+    const Halves<VU8> both = zip(low, high);
+    const Tag<std::uint16_t> d;
+    access.store(hn::BitCast(d, both.a), d, row);
+    access.store(hn::BitCast(d, both.b), d, row, kLanes<std::uint16_t>);
   }
 
   static Pixel pixel(const std::uint16_t* row, std::size_t x) {
     std::uint16_t p;
     std::memcpy(&p, row + x, sizeof p);
-    return {p >> kRedBit << 3 & 0xF8, p >> 5 << (8 - kGreenBits) & 0xFF, p << 3 & 0xF8};
+    return {p << (8 - outerBits) & kOuterMask, p >> outerBits << (8 - greenBits) & kGreenMask,
+            p >> (outerBits + greenBits) << (8 - outerBits) & kOuterMask};
+  }
+  static void setPixel(std::uint16_t* row, std::size_t x, const Pixel& p) {
+    const auto pixel = static_cast<std::uint16_t>(p.c0 >> (8 - outerBits) | p.c1 >> (8 - greenBits) << outerBits |
+                                                  p.c2 >> (8 - outerBits) << (outerBits + greenBits));
+    std::memcpy(row + x, &pixel, sizeof pixel);
   }
 
  private:
-  static constexpr int kRedBit = 5 + kGreenBits;
-  // The moves of green's bits in the high and in the low byte, and of red, to the top of a byte.
-  static constexpr int kHighGreenUp = 11 - kGreenBits, kLowGreenDown = kGreenBits - 3, kRedUp = 11 - kRedBit;
+  // The top bits of green are moved up from a byte's, and the last channel down, to their places in the high byte.
+  static constexpr int kGreenUp = outerBits + greenBits - 8, kLastDown = 8 - outerBits - kGreenUp;
+  static constexpr int kOuterMask = 0xFF & 0xFF << (8 - outerBits), kGreenMask = 0xFF & 0xFF << (8 - greenBits);
+  static constexpr int kGreenFromLow = kGreenMask & 0xFF >> kGreenUp, kGreenFromHigh = kGreenMask & ~kGreenFromLow;
+  static constexpr int kFirstInLow = (1 << outerBits) - 1, kGreenInLow = 0xFF & ~kFirstInLow;
+  static constexpr int kGreenInHigh = (1 << kGreenUp) - 1, kLastInHigh = kOuterMask >> kLastDown;
 
-  static HWY_INLINE VU16 bytes(int byte) { return all(static_cast<std::uint16_t>((byte & 0xFF) * 0x101)); }
+  // Bytes shifted and masked; the mask is 0 for what comes from another byte.
+  template <int count, int mask>
+  static HWY_INLINE VU8 left(VU8 v) {
+    return masked(hn::ShiftLeft<count>(hn::BitCast(Tag<std::uint16_t>(), v)), mask);
+  }
+  template <int count, int mask>
+  static HWY_INLINE VU8 right(VU8 v) {
+    return masked(hn::ShiftRight<count>(hn::BitCast(Tag<std::uint16_t>(), v)), mask);
+  }
+  static HWY_INLINE VU8 masked(VU16 v, int mask) {
+    return hn::And(hn::BitCast(Tag<std::uint8_t>(), v), all(static_cast<std::uint8_t>(mask)));
+  }
 };
-
-using Packed565 = Packed16<6>;
-using Packed555 = Packed16<5>;
 
 // The first and the third channel exchanged: forms say R, G, B where the memory of another layout says B, G, R.
 template <class Layout>
@@ -918,6 +946,10 @@ struct Reversed : Layout {
     return v;
   }
 };
+
+// Blue in the lowest bits.
+using Packed565 = Reversed<Packed16<5, 6>>;
+using Packed555 = Reversed<Packed16<5, 5>>;
 
 // ---- Columns of a row
 

@@ -73,6 +73,12 @@ PairOfRows<PlaneRow<T, 3>> rowPair(const FullPlaneRows<T>& rows, int pair) {
   return {rows.row(2 * pair), rows.row(2 * pair + 1)};
 }
 
+// The upper luma row of a pair with the chroma rows of the pair.
+template <class T>
+PlaneRow<T, 3> upperRow(const PlaneRows<T, 3>& rows, int pair) {
+  return {rows.plane[0].row(2 * pair), rows.plane[1].row(pair), rows.plane[2].row(pair)};
+}
+
 // The step of an image that is counted in 16-bit samples: an odd one loses its low bit.
 constexpr int wholeSamples(int step) { return step & ~1; }
 

@@ -58,6 +58,19 @@ const Rule kRules[] = {
        t.oddSize = eitherHalfOdd;
      }},
 
+    {"zumiY*420To*_8u16u_*", [](Traits& t) { t.halfSizeRoundsUp = true; }},
+    {"zumiYCbCr411To*_8u16u_*",
+     [](Traits& t) {
+       t.minimum = {4, 1};
+       t.oddSize = [](ZumiSize size) { return size.width % 4 != 0; };
+     }},
+    {"zumiYCbCr@(|422)To@(RGB|BGR)@(565|555|444)_8u16u_C*", [](Traits& t) { t.tightShows = true; }},
+    {"zumiYCbCr422To@(RGB|BGR)@(565|555|444)_8u16u_C2C3R", [](Traits& t) { t.narrowest = 2; }},
+    {"zumi@(RGB|BGR)@(|565)To@(RGB|BGR)@(|565)_*",
+     [](Traits& t) {
+       t.checks = {Check::kPointers, Check::kSize, Check::kSteps};
+     }},
+
     {"zumi@(Sum|Mean)_32f_*",
      [](Traits& t) {
        t.variants = {{{zumHintFast}}, {{zumHintAccurate}}};

@@ -31,10 +31,12 @@ struct Traits {
   bool halfWidthRoundsUp = true;  // chroma of 4:2:2 and 4:1:1: is the plane wide enough for an odd last pixel?
   bool halfSizeRoundsUp = false;  // chroma of 4:2:0, both ways
   bool keepsAlpha = true;         // AC4 destinations
+  int narrowest = 1;              // the width from which on all is regular
   std::vector<Variant> variants{{}};
   std::vector<Refusal> refusals;
   bool rowsInOrder = true;      // images below the thresholds of the parallel drivers are written from the top down
   bool alignmentShows = false;  // the result depends on the address of the source
+  bool tightShows = false;      // images without padding are converted in another way
   bool threadsShow = false;     // the result depends on threads_omp_of_n_zum
 };
 
