@@ -2,10 +2,11 @@
 // every function at every width that changes who takes which form. RGB to and from RGB565 on every value.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <random>
-#include <string>
+#include <utility>
 #include <vector>
 
 #include "support/instruction_sets.h"
@@ -167,7 +168,7 @@ struct Target {
   Words pixels;
 };
 
-// Compares a result with form(x, y) of the pixels, plain or dithered.
+// Compares a result with the colours of its pixels, plain or dithered.
 template <class Colours>
 testing::AssertionResult isAs(const Target& target, const Model& model, const char* source, const Colours& colours) {
   for (int y = 0; y < target.size.height; ++y) {
@@ -342,6 +343,23 @@ TEST(RGB565, EveryPixelApart) {
     Words back(pixels.size());
     ASSERT_EQ(functions.second(bytes.data(), 3 * kWidth, back.data(), 2 * kWidth + 1, {kWidth, kHeight}), zumOk);
     ASSERT_EQ(back, pixels);
+  }
+}
+
+// Where only one thread runs, only the first band is converted, if the image is large enough for bands.
+TEST(RGB565, BandsOfThreadsThatDoNotRun) {
+  const Zum32s threads = threads_omp_of_n_zum;
+  for (const ZumiSize size : {ZumiSize{192, 198}, ZumiSize{191, 198}, ZumiSize{198, 191}}) {
+    const Bytes white(3 * size.width * size.height, 255);
+    Words dst(size.width * size.height);
+    threads_omp_of_n_zum = 5;
+#pragma omp parallel num_threads(2)
+#pragma omp master
+    zumiRGBToRGB565_8u16u_C3R(white.data(), 3 * size.width, dst.data(), 2 * size.width, size);
+    threads_omp_of_n_zum = threads;
+    const int rows = std::min(size.width, size.height) < 192 ? size.height : size.height / 5;
+    EXPECT_EQ(std::count(dst.begin(), dst.end(), 0xFFFF), rows * size.width);
+    EXPECT_EQ(dst[rows * size.width - 1], 0xFFFF);
   }
 }
 

@@ -21,7 +21,7 @@ struct Packed16Rows {
     columns<Packed3<Zum8u>, OnLanes<FineInverse>, Dst>(src, dst, blocks, width);
   }
 
-  static void p3(P3Row src, Zum16u* dst, int width) {
+  static void p3(const P3Row& src, Zum16u* dst, int width) {
     columns<Planes3<Zum8u>, OnHalves<PackedTruncated16>, Dst>(src, dst, 0, width);
   }
 
@@ -39,16 +39,16 @@ struct Packed16Rows {
     if (x < width) Dst::setPixel(dst, x, FinePixel::rgb(src[2 * x], src[2 * x + 1], src[2 * x - 1]));
   }
 
-  static void planes422(P3Row src, Zum16u* dst, int width) {
+  static void planes422(const P3Row& src, Zum16u* dst, int width) {
     columns<Planes422, OnPairs<PackedTruncated16>, Dst>(src, dst, 0, width);
   }
 
-  static void planes420(RowPair420<const Zum8u> src, RowPair<Zum16u> dst, int width) {
+  static void planes420(const RowPair420<const Zum8u>& src, RowPair<Zum16u> dst, int width) {
     columns<Planes420, OnPairs<PackedTruncated16>, RowPairOf<Dst>>(src, dst, 0, width);
   }
 
   // Whole pairs, then a last odd pixel in both rows.
-  static void planesYuv420(RowPair420<const Zum8u> src, RowPair<Zum16u> dst, int width) {
+  static void planesYuv420(const RowPair420<const Zum8u>& src, RowPair<Zum16u> dst, int width) {
     const int x = width & ~1;
     columns<Planes420, OnPairs<PackedYuvTruncated16>, RowPairOf<Dst>>(src, dst, 0, x);
     if (x == width) return;
@@ -57,7 +57,7 @@ struct Packed16Rows {
     Dst::setPixel(dst.lower, x, FineYuvPixel::rgb(src.luma.lower[x], u, v));
   }
 
-  static void lastRowYuv420(P3Row src, Zum16u* dst, int width) {
+  static void lastRowYuv420(const P3Row& src, Zum16u* dst, int width) {
     columns<Planes422, OnRepeatedChroma<OnLanes<FineYuvInverse>>, Dst>(src, dst, 0, width);
   }
 
@@ -71,7 +71,7 @@ const Packed16Kernels<Zum16u*, RowPair<Zum16u>>& packed16Kernels(Packed16Model m
 
 // Groups of 4, rounded, then single pixels.
 template <class Dst>
-HWY_INLINE void planes411(P3Row src, Zum16u* dst, int width) {
+HWY_INLINE void planes411(const P3Row& src, Zum16u* dst, int width) {
   using Rounded = Terms<9535, 13074, 6660, 3211, Green::kSubtracted, 16523, 8, 4>;
   const int groups = width & ~3;
   columns<Planes411, OnPairs<Rounded>, Dst>(src, dst, 0, groups);
@@ -79,8 +79,12 @@ HWY_INLINE void planes411(P3Row src, Zum16u* dst, int width) {
     Dst::setPixel(dst, x, FinePixel::rgb(src[0][x], src[1][x / 4], src[2][x / 4]));
   }
 }
-void innerYCbCr411ToBGR565_8u16u_P3C3R(P3Row src, Zum16u* dst, int width) { planes411<Packed565>(src, dst, width); }
-void innerYCbCr411ToBGR555_8u16u_P3C3R(P3Row src, Zum16u* dst, int width) { planes411<Packed555>(src, dst, width); }
+void innerYCbCr411ToBGR565_8u16u_P3C3R(const P3Row& src, Zum16u* dst, int width) {
+  planes411<Packed565>(src, dst, width);
+}
+void innerYCbCr411ToBGR555_8u16u_P3C3R(const P3Row& src, Zum16u* dst, int width) {
+  planes411<Packed555>(src, dst, width);
+}
 
 }  // namespace HWY_NAMESPACE
 }  // namespace zum

@@ -27,12 +27,12 @@ inline DitheredRowPair rowPair(const DitheredRows& dst, int pair) { return {rowP
 template <class Row, class RowPair>
 struct Packed16Kernels {
   void (*c3)(const Zum8u* src, Row dst, int width);
-  void (*p3)(PlaneRow<const Zum8u, 3> src, Row dst, int width);
+  void (*p3)(const PlaneRow<const Zum8u, 3>& src, Row dst, int width);
   void (*c2)(const Zum8u* src, Row dst, int width);
-  void (*planes422)(PlaneRow<const Zum8u, 3> src, Row dst, int width);
-  void (*planes420)(RowPair420<const Zum8u> src, RowPair dst, int width);
-  void (*planesYuv420)(RowPair420<const Zum8u> src, RowPair dst, int width);
-  void (*lastRowYuv420)(PlaneRow<const Zum8u, 3> src, Row dst, int width);
+  void (*planes422)(const PlaneRow<const Zum8u, 3>& src, Row dst, int width);
+  void (*planes420)(const RowPair420<const Zum8u>& src, RowPair dst, int width);
+  void (*planesYuv420)(const RowPair420<const Zum8u>& src, RowPair dst, int width);
+  void (*lastRowYuv420)(const PlaneRow<const Zum8u, 3>& src, Row dst, int width);
 };
 
 }  // namespace zum

@@ -158,7 +158,7 @@ struct DitheredKernels {
     all<Packed3<Zum8u>, OnHalves<PackedTruncated16>>(src, dst, 0, width);
   }
 
-  static void p3(P3Row src, DitheredRow dst, int width) {
+  static void p3(const P3Row& src, DitheredRow dst, int width) {
     all<Planes3<Zum8u>, OnHalves<PackedTruncated16>>(src, dst, 0, width);
   }
 
@@ -179,19 +179,19 @@ struct DitheredKernels {
     all<Planes422, Form>(P3Row{planes[0], planes[1], planes[2]}, DitheredRow{dst.pixels + begin, dst.number}, 0, count);
   }
 
-  static void planes422(P3Row src, DitheredRow dst, int width) {
+  static void planes422(const P3Row& src, DitheredRow dst, int width) {
     all<Planes422, OnPairs<PackedTruncated16>>(src, dst, 0, width);
   }
 
-  static void planes420(RowPair420<const Zum8u> src, DitheredRowPair dst, int width) {
+  static void planes420(const RowPair420<const Zum8u>& src, DitheredRowPair dst, int width) {
     all<Planes420, OnPairs<PackedTruncated16>, RowPairOf<Dst>>(src, dst, 0, width);
   }
 
-  static void planesYuv420(RowPair420<const Zum8u> src, DitheredRowPair dst, int width) {
+  static void planesYuv420(const RowPair420<const Zum8u>& src, DitheredRowPair dst, int width) {
     all<Planes420, OnPairs<PackedYuvTruncated16>, RowPairOf<Dst>>(src, dst, 0, width);
   }
 
-  static void lastRowYuv420(P3Row src, DitheredRow dst, int width) {
+  static void lastRowYuv420(const P3Row& src, DitheredRow dst, int width) {
     all<Planes422, OnPairs<PackedYuvTruncated16>>(src, dst, 0, width);
   }
 
