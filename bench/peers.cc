@@ -28,6 +28,7 @@
 #include <sstream>
 #include <stdexcept>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -50,15 +51,21 @@ struct Plane {
 
 // How a kind of image lies in memory, and which colour channel a sample is of: sample number `sample` of the pixel in
 // column x, row y of plane `plane`.
+// A 16-bit sample may be a whole pixel: bits then has the bits of its three channels, the lowest first.
 struct Format {
   int sampleBytes;
   std::vector<Plane> planes;
   int (*channel)(int plane, int sample, int x, int y);
+  int bits[3] = {};
+
+  bool packs16() const { return bits[0] != 0; }
 };
 
 int interleavedChannel(int, int sample, int, int) { return sample; }
 int planeChannel(int plane, int, int, int) { return plane; }
 int packed422Channel(int, int sample, int x, int) { return sample == 0 ? 0 : 1 + x % 2; }
+int chromaFirstChannel(int, int sample, int x, int) { return sample == 1 ? 0 : 1 + x % 2; }
+int lumaAndPairsChannel(int plane, int sample, int, int) { return plane + sample; }
 int rggbChannel(int, int, int x, int y) { return x % 2 + y % 2; }
 
 const Format kNone{1, {}, planeChannel};
@@ -68,9 +75,15 @@ const Format kC3{1, {{3}}, interleavedChannel};
 const Format kC4{1, {{4}}, interleavedChannel};
 const Format kC3x16{2, {{3}}, interleavedChannel};
 const Format kPacked422{1, {{2}}, packed422Channel};
+const Format kChromaFirst422{1, {{2}}, chromaFirstChannel};
 const Format kP444{1, {{1}, {1}, {1}}, planeChannel};
 const Format kP422{1, {{1}, {1, 1}, {1, 1}}, planeChannel};
+const Format kP411{1, {{1}, {1, 2}, {1, 2}}, planeChannel};
 const Format kP420{1, {{1}, {1, 1, 1}, {1, 1, 1}}, planeChannel};
+const Format kNv12{1, {{1}, {2, 1, 1}}, lumaAndPairsChannel};
+const Format kPixels565{2, {{1}}, interleavedChannel, {5, 6, 5}};
+const Format kPixels555{2, {{1}}, interleavedChannel, {5, 5, 5}};
+const Format kPixels444{2, {{1}}, interleavedChannel, {4, 4, 4}};
 const Format kMosaic8{1, {{1}}, rggbChannel};
 const Format kMosaic16{2, {{1}}, rggbChannel};
 
@@ -145,11 +158,20 @@ void Image::fill() {
     for (int y = 0; y < rows(p); ++y) {
       uint8_t* out = planes_[p] + size_t(steps_[p]) * y;
       for (int x = 0; x < columns(p); ++x) {
-        for (int s = 0; s < plane.samples; ++s, out += format_->sampleBytes) {
+        auto sample = [&](int c) {
           random = random * 1664525 + 1013904223;
-          int c = format_->channel(p, s, x, y);
           int smooth = triangleWave((x << plane.xShift) + 90 * c) + triangleWave((y << plane.yShift) + 150 * c);
-          uint8_t value = 48 + smooth * 5 / 16 + random / (1u << 30);
+          return uint8_t(48 + smooth * 5 / 16 + random / (1u << 30));
+        };
+        for (int s = 0; s < plane.samples; ++s, out += format_->sampleBytes) {
+          if (format_->packs16()) {
+            unsigned pixel = 0;
+            for (int c = 2; c >= 0; --c) pixel = pixel << format_->bits[c] | sample(c) >> (8 - format_->bits[c]);
+            uint16_t packed = pixel;
+            std::memcpy(out, &packed, sizeof packed);
+            continue;
+          }
+          uint8_t value = sample(format_->channel(p, s, x, y));
           if (format_->sampleBytes == 1) {
             *out = value;
           } else if (format_->sampleBytes == 2) {
@@ -165,19 +187,35 @@ void Image::fill() {
   }
 }
 
+// The samples of an image, those of packed pixels apart, as parts of their range.
+std::vector<float> samplesOf(const Image& image) {
+  const Format& format = image.format();
+  std::vector<float> samples;
+  for (size_t at = 0; at < image.bytes(); at += format.sampleBytes) {
+    uint16_t wide;
+    std::memcpy(&wide, image.data() + at, format.sampleBytes == 2 ? 2 : 1);
+    if (format.sampleBytes == 1) {
+      samples.push_back(image.data()[at] / 255.0f);
+    } else if (!format.packs16()) {
+      samples.push_back(wide / 65535.0f);
+    } else {
+      unsigned pixel = wide;
+      for (int bits : format.bits) {
+        unsigned highest = (1u << bits) - 1;
+        samples.push_back(float(pixel & highest) / highest);
+        pixel >>= bits;
+      }
+    }
+  }
+  return samples;
+}
+
 // The peak signal-to-noise ratio of two images of one format, in dB.
 double psnr(const Image& a, const Image& b) {
-  double sum = 0, peak = a.format().sampleBytes == 1 ? 255 : 65535;
-  size_t count = a.bytes() / a.format().sampleBytes;
-  for (size_t i = 0; i < count; ++i) {
-    uint16_t u = a.data()[i], v = b.data()[i];
-    if (a.format().sampleBytes == 2) {
-      std::memcpy(&u, a.data() + 2 * i, sizeof u);
-      std::memcpy(&v, b.data() + 2 * i, sizeof v);
-    }
-    sum += double(u - v) * (u - v);
-  }
-  return sum == 0 ? std::numeric_limits<double>::infinity() : 10 * std::log10(peak * peak * count / sum);
+  double sum = 0;
+  const std::vector<float> u = samplesOf(a), v = samplesOf(b);
+  for (size_t i = 0; i < u.size(); ++i) sum += double(u[i] - v[i]) * (u[i] - v[i]);
+  return sum == 0 ? std::numeric_limits<double>::infinity() : 10 * std::log10(u.size() / sum);
 }
 
 // ---- Calls ----------------------------------------------------------------------------------------------------------
@@ -209,29 +247,29 @@ void check(ZumStatus status) {
 
 ZumiSize roiOf(const Image& image) { return {image.size().width, image.size().height}; }
 
-// The library's functions, by their shapes.
-Prepare zum(ZumStatus (*f)(const Zum8u*, int, Zum8u*, int, ZumiSize)) {
-  return direct([f](auto& src, auto& dst) { check(f(src.data(), src.step(0), dst.data(), dst.step(0), roiOf(src))); });
+// An image as an argument: interleaved or in planes, with one step or a step for each plane.
+template <class Argument>
+Argument pointerTo(const Image& image) {
+  if constexpr (std::is_pointer_v<std::remove_pointer_t<Argument>>)
+    return image.planes();
+  else
+    return reinterpret_cast<Argument>(image.data());
 }
-Prepare zum(ZumStatus (*f)(const Zum8u*, int, Zum8u* const*, int, ZumiSize)) {
-  return direct(
-      [f](auto& src, auto& dst) { check(f(src.data(), src.step(0), dst.planes(), dst.step(0), roiOf(src))); });
+template <class Argument>
+Argument stepOf(const Image& image) {
+  if constexpr (std::is_pointer_v<Argument>)
+    return image.steps();
+  else
+    return image.step(0);
 }
-Prepare zum(ZumStatus (*f)(const Zum8u*, int, Zum8u* const*, const int*, ZumiSize)) {
-  return direct(
-      [f](auto& src, auto& dst) { check(f(src.data(), src.step(0), dst.planes(), dst.steps(), roiOf(src))); });
-}
-Prepare zum(ZumStatus (*f)(const Zum8u* const*, int, Zum8u*, int, ZumiSize)) {
-  return direct(
-      [f](auto& src, auto& dst) { check(f(src.planes(), src.step(0), dst.data(), dst.step(0), roiOf(src))); });
-}
-Prepare zum(ZumStatus (*f)(const Zum8u* const*, const int*, Zum8u*, int, ZumiSize)) {
-  return direct(
-      [f](auto& src, auto& dst) { check(f(src.planes(), src.steps(), dst.data(), dst.step(0), roiOf(src))); });
-}
-Prepare zum(ZumStatus (*f)(const Zum8u* const*, int, Zum8u* const*, int, ZumiSize)) {
-  return direct(
-      [f](auto& src, auto& dst) { check(f(src.planes(), src.step(0), dst.planes(), dst.step(0), roiOf(src))); });
+
+// The library's functions, by their shapes. Most convert an image to another, some of them with a value for alpha.
+template <class Src, class SrcStep, class Dst, class DstStep, class... Alpha>
+Prepare zum(ZumStatus (*f)(Src, SrcStep, Dst, DstStep, ZumiSize, Alpha...)) {
+  return direct([f](auto& src, auto& dst) {
+    check(f(pointerTo<Src>(src), stepOf<SrcStep>(src), pointerTo<Dst>(dst), stepOf<DstStep>(dst), roiOf(src),
+            Alpha{255}...));
+  });
 }
 Prepare zum(ZumStatus (*f)(Zum8u, Zum8u*, int, ZumiSize)) {
   return direct([f](auto&, auto& dst) { check(f(77, dst.data(), dst.step(0), roiOf(dst))); });
@@ -276,6 +314,26 @@ Prepare yuv(int (*f)(const uint8_t*, int, uint8_t*, int, uint8_t*, int, uint8_t*
       src.size().width, src.size().height);
   });
 }
+Prepare yuv(int (*f)(const uint8_t*, int, const uint8_t*, int, uint8_t*, int, int, int)) {
+  return direct([f](auto& src, auto& dst) {
+    f(src.plane(0), src.step(0), src.plane(1), src.step(1), dst.data(), dst.step(0), src.size().width,
+      src.size().height);
+  });
+}
+Prepare yuv(int (*f)(const uint8_t*, int, uint8_t*, int, uint8_t*, int, int, int)) {
+  return direct([f](auto& src, auto& dst) {
+    f(src.data(), src.step(0), dst.plane(0), dst.step(0), dst.plane(1), dst.step(1), src.size().width,
+      src.size().height);
+  });
+}
+// With a matrix for dither, its own.
+Prepare yuv(int (*f)(const uint8_t*, int, const uint8_t*, int, const uint8_t*, int, uint8_t*, int, const uint8_t*, int,
+                     int)) {
+  return direct([f](auto& src, auto& dst) {
+    f(src.plane(0), src.step(0), src.plane(1), src.step(1), src.plane(2), src.step(2), dst.data(), dst.step(0), nullptr,
+      src.size().width, src.size().height);
+  });
+}
 using YuvPacked = int (*)(const uint8_t*, int, uint8_t*, int, int, int);
 // Two conversions with four bytes a pixel between them, a few rows at a time so that those stay in the cache.
 Prepare yuvChain(YuvPacked first, YuvPacked second) {
@@ -294,7 +352,9 @@ Prepare yuvChain(YuvPacked first, YuvPacked second) {
 }
 
 cv::Mat matOf(const Image& image) {
-  if (&image.format() == &kP420) return cv::Mat(image.size().height * 3 / 2, image.size().width, CV_8U, image.data());
+  if (&image.format() == &kP420 || &image.format() == &kNv12)
+    return cv::Mat(image.size().height * 3 / 2, image.size().width, CV_8U, image.data());
+  if (image.format().packs16()) return cv::Mat(image.size().height, image.size().width, CV_8UC2, image.data());
   if (image.format().planes.size() != 1) throw std::logic_error("an OpenCV image has one plane");
   int depth = image.format().sampleBytes == 1 ? CV_8U : image.format().sampleBytes == 2 ? CV_16U : CV_32F;
   return cv::Mat(image.size().height, image.size().width, CV_MAKETYPE(depth, image.format().planes[0].samples),
@@ -452,20 +512,169 @@ std::vector<Comparison> comparisons() {
 
       // The planar peers scale U and V another way.
       {OURS(zumiRGBToYUV_8u_C3R), &kC3, &kC3, {OPENCV(RGB2YUV)}},
+      {OURS(zumiRGBToYUV_8u_AC4R), &kC4, &kC4, {similar(OPENCV(RGB2YUV), kC4, kC3)}},
+      {OURS(zumiRGBToYUV_8u_C3P3R), &kC3, &kP444, {similar(LIBYUV(ARGBToI444), kC4, kP444)}},
       {OURS(zumiYUVToRGB_8u_C3R), &kC3, &kC3, {OPENCV(YUV2RGB)}},
+      {OURS(zumiYUVToRGB_8u_AC4R), &kC4, &kC4, {similar(OPENCV(YUV2RGB), kC3, kC4)}},
       {OURS(zumiYUVToRGB_8u_P3R), &kP444, &kP444, {similar(SWSCALE(YUVJ444P, GBRP))}},
-      {OURS(zumiYUV422ToRGB_8u_P3AC4R), &kP422, &kC4, {similar(LIBYUV(J422ToARGB))}},
+      {OURS(zumiYUVToRGB_8u_P3C3R), &kP444, &kC3, {similar(LIBYUV(J444ToARGB), kP444, kC4)}},
+      {OURS(zumiRGBToYUV422_8u_C3C2R),
+       &kC3,
+       &kPacked422,
+       {similar(LIBYUV_CHAIN(RAWToARGB, ARGBToYUY2)), similar(LIBYUV(ARGBToYUY2), kC4, kPacked422),
+        similar(SWSCALE(RGB24, YUYV422))}},
+      {OURS(zumiRGBToYUV422_8u_C3P3R), &kC3, &kP422, {similar(LIBYUV(ARGBToJ422), kC4, kP422)}},
+      {OURS(zumiYUV422ToRGB_8u_C2C3R),
+       &kPacked422,
+       &kC3,
+       {similar(OPENCV(YUV2RGB_YUY2)), similar(LIBYUV_CHAIN(YUY2ToARGB, ARGBToRAW)),
+        similar(LIBYUV(YUY2ToARGB), kPacked422, kC4)}},
+      {OURS(zumiYUV422ToRGB_8u_P3C3R),
+       &kP422,
+       &kC3,
+       {similar(LIBYUV(I422ToRAW)), similar(LIBYUV(J422ToABGR), kP422, kC4)}},
+      {OURS(zumiYUV422ToRGB_8u_P3AC4R), &kP422, &kC4, {similar(LIBYUV(J422ToABGR))}},
       {OURS(zumiRGBToYUV420_8u_C3P3R),
        &kC3,
        &kP420,
-       {similar(LIBYUV(RAWToJ420)), similar(LIBYUV(ARGBToJ420), kC4, kP420), similar(SWSCALE(RGB24, YUVJ420P))},
+       {similar(LIBYUV(RAWToJ420)), similar(LIBYUV(ARGBToJ420), kC4, kP420), similar(OPENCV(RGB2YUV_I420)),
+        similar(SWSCALE(RGB24, YUVJ420P))},
        2},
       {OURS(zumiYUV420ToRGB_8u_P3C3R),
        &kP420,
        &kC3,
-       {similar(LIBYUV(J420ToRAW)), similar(SWSCALE(YUVJ420P, RGB24)), similar(OPENCV(YUV2RGB_I420))},
+       {similar(LIBYUV(J420ToRAW)), similar(LIBYUV(J420ToABGR), kP420, kC4), similar(OPENCV(YUV2RGB_I420)),
+        similar(SWSCALE(YUVJ420P, RGB24))},
        2},
-      {OURS(zumiYUV420ToRGB_8u_P3AC4R), &kP420, &kC4, {similar(LIBYUV(J420ToARGB))}, 2},
+      {OURS(zumiYUV420ToRGB_8u_P3AC4R), &kP420, &kC4, {similar(LIBYUV(J420ToABGR))}, 2},
+
+      {OURS(zumiBGRToYCbCr422_8u_C3C2R),
+       &kC3,
+       &kPacked422,
+       {LIBYUV_CHAIN(RGB24ToARGB, ARGBToYUY2), SWSCALE(BGR24, YUYV422)}},
+      {OURS(zumiBGRToYCbCr422_8u_AC4C2R), &kC4, &kPacked422, {LIBYUV(ARGBToYUY2), SWSCALE(BGRA, YUYV422)}},
+      {OURS(zumiBGRToYCbCr422_8u_C3P3R),
+       &kC3,
+       &kP422,
+       {similar(LIBYUV(ARGBToI422), kC4, kP422), SWSCALE(BGR24, YUV422P)}},
+      {OURS(zumiBGRToYCbCr422_8u_AC4P3R), &kC4, &kP422, {LIBYUV(ARGBToI422), SWSCALE(BGRA, YUV422P)}},
+      {OURS(zumiBGRToYCbCr420_8u_C3P3R),
+       &kC3,
+       &kP420,
+       {LIBYUV(RGB24ToI420), similar(LIBYUV(ARGBToNV12), kC4, kNv12), OPENCV(BGR2YUV_I420), SWSCALE(BGR24, YUV420P),
+        similar(SWSCALE(BGR24, NV12), kC3, kNv12)},
+       2},
+      {OURS(zumiBGRToYCrCb420_8u_C3P3R), &kC3, &kP420, {similar(LIBYUV(RGB24ToI420)), OPENCV(BGR2YUV_YV12)}, 2},
+      {OURS(zumiBGRToYCbCr420_8u_AC4P3R),
+       &kC4,
+       &kP420,
+       {LIBYUV(ARGBToI420), similar(LIBYUV(ARGBToNV12), kC4, kNv12), OPENCV(BGRA2YUV_I420), SWSCALE(BGRA, YUV420P)},
+       2},
+      {OURS(zumiBGRToYCrCb420_8u_AC4P3R), &kC4, &kP420, {similar(LIBYUV(ARGBToI420)), OPENCV(BGRA2YUV_YV12)}, 2},
+      {OURS(zumiBGRToYCbCr411_8u_C3P3R), &kC3, &kP411, {SWSCALE(BGR24, YUV411P)}},
+      {OURS(zumiBGRToYCbCr411_8u_AC4P3R), &kC4, &kP411, {SWSCALE(BGRA, YUV411P)}},
+      {OURS(zumiBGR565ToYCbCr422_16u8u_C3C2R),
+       &kPixels565,
+       &kPacked422,
+       {LIBYUV_CHAIN(RGB565ToARGB, ARGBToYUY2), SWSCALE(RGB565LE, YUYV422)}},
+      {OURS(zumiBGR555ToYCbCr422_16u8u_C3C2R),
+       &kPixels555,
+       &kPacked422,
+       {LIBYUV_CHAIN(ARGB1555ToARGB, ARGBToYUY2), SWSCALE(RGB555LE, YUYV422)}},
+      {OURS(zumiBGR565ToYCbCr420_16u8u_C3P3R),
+       &kPixels565,
+       &kP420,
+       {LIBYUV(RGB565ToI420), SWSCALE(RGB565LE, YUV420P)},
+       2},
+      {OURS(zumiBGR555ToYCbCr420_16u8u_C3P3R),
+       &kPixels555,
+       &kP420,
+       {LIBYUV(ARGB1555ToI420), SWSCALE(RGB555LE, YUV420P)},
+       2},
+
+      {OURS(zumiYCbCrToBGR_8u_P3C3R), &kP444, &kC3, {LIBYUV(I444ToRGB24), SWSCALE(YUV444P, BGR24)}},
+      {OURS(zumiYCbCrToBGR_8u_P3C4R), &kP444, &kC4, {LIBYUV(I444ToARGB), SWSCALE(YUV444P, BGRA)}},
+      {OURS(zumiYCbCr422ToBGR_8u_C2C3R),
+       &kPacked422,
+       &kC3,
+       {OPENCV(YUV2BGR_YUY2), LIBYUV_CHAIN(YUY2ToARGB, ARGBToRGB24), SWSCALE(YUYV422, BGR24)}},
+      {OURS(zumiYCbCr422ToBGR_8u_C2C4R),
+       &kPacked422,
+       &kC4,
+       {OPENCV(YUV2BGRA_YUY2), LIBYUV(YUY2ToARGB), SWSCALE(YUYV422, BGRA)}},
+      {OURS(zumiYCbCr411ToBGR_8u_P3C3R), &kP411, &kC3, {SWSCALE(YUV411P, BGR24)}},
+      {OURS(zumiYCbCr411ToBGR_8u_P3C4R), &kP411, &kC4, {SWSCALE(YUV411P, BGRA)}},
+      {OURS(zumiYCbCr420ToBGR_8u_P3C3R),
+       &kP420,
+       &kC3,
+       {LIBYUV(I420ToRGB24), similar(LIBYUV(I420ToARGB), kP420, kC4), similar(LIBYUV(NV12ToRGB24), kNv12, kC3),
+        OPENCV(YUV2BGR_I420), similar(OPENCV(YUV2BGR_NV12), kNv12, kC3), SWSCALE(YUV420P, BGR24),
+        similar(SWSCALE(NV12, BGR24), kNv12, kC3)},
+       2},
+      {OURS(zumiYUV420ToBGR_8u_P3C3R), &kP420, &kC3, {similar(LIBYUV(J420ToRGB24))}, 4},
+      {OURS(zumiYCrCb420ToBGR_Filter_8u_P3C4R),
+       &kP420,
+       &kC4,
+       {similar(LIBYUV(I420ToARGB)), OPENCV(YUV2BGRA_YV12), similar(SWSCALE(YUV420P, BGRA))},
+       2},
+
+      {OURS(zumiRGBToCbYCr422_8u_C3C2R),
+       &kC3,
+       &kChromaFirst422,
+       {LIBYUV_CHAIN(RAWToARGB, ARGBToUYVY), SWSCALE(RGB24, UYVY422)}},
+      {OURS(zumiBGRToCbYCr422_8u_AC4C2R), &kC4, &kChromaFirst422, {LIBYUV(ARGBToUYVY), SWSCALE(BGRA, UYVY422)}},
+      {OURS(zumiCbYCr422ToRGB_8u_C2C3R),
+       &kChromaFirst422,
+       &kC3,
+       {OPENCV(YUV2RGB_UYVY), LIBYUV_CHAIN(UYVYToARGB, ARGBToRAW), SWSCALE(UYVY422, RGB24)}},
+      {OURS(zumiCbYCr422ToBGR_8u_C2C4R),
+       &kChromaFirst422,
+       &kC4,
+       {OPENCV(YUV2BGRA_UYVY), LIBYUV(UYVYToARGB), SWSCALE(UYVY422, BGRA)}},
+
+      // Back from 565, zeros take the place of lost bits, as in OpenCV; the others repeat the upper bits there.
+      {OURS(zumiBGRToBGR565_8u16u_C3R),
+       &kC3,
+       &kPixels565,
+       {OPENCV(BGR2BGR565), LIBYUV_CHAIN(RGB24ToARGB, ARGBToRGB565), SWSCALE(BGR24, RGB565LE)}},
+      {OURS(zumiRGBToRGB565_8u16u_C3R), &kC3, &kPixels565, {OPENCV(BGR2BGR565), SWSCALE(RGB24, BGR565LE)}},
+      {OURS(zumiBGR565ToBGR_16u8u_C3R),
+       &kPixels565,
+       &kC3,
+       {OPENCV(BGR5652BGR), LIBYUV_CHAIN(RGB565ToARGB, ARGBToRGB24), SWSCALE(RGB565LE, BGR24)}},
+      {OURS(zumiRGB565ToRGB_16u8u_C3R), &kPixels565, &kC3, {OPENCV(BGR5652BGR), SWSCALE(BGR565LE, RGB24)}},
+
+      {OURS(zumiYCbCrToBGR565_8u16u_P3C3R), &kP444, &kPixels565, {SWSCALE(YUV444P, RGB565LE)}},
+      {OURS(zumiYCbCrToBGR565Dither_8u16u_P3C3R), &kP444, &kPixels565, {SWSCALE(YUV444P, RGB565LE)}},
+      {OURS(zumiYCbCr422ToBGR565_8u16u_C2C3R),
+       &kPacked422,
+       &kPixels565,
+       {LIBYUV_CHAIN(YUY2ToARGB, ARGBToRGB565), SWSCALE(YUYV422, RGB565LE)}},
+      {OURS(zumiYCbCr422ToBGR565Dither_8u16u_C2C3R), &kPacked422, &kPixels565, {SWSCALE(YUYV422, RGB565LE)}},
+      {OURS(zumiYCbCr422ToBGR565_8u16u_P3C3R), &kP422, &kPixels565, {LIBYUV(I422ToRGB565), SWSCALE(YUV422P, RGB565LE)}},
+      {OURS(zumiYCbCr420ToBGR565_8u16u_P3C3R),
+       &kP420,
+       &kPixels565,
+       {LIBYUV(I420ToRGB565), similar(LIBYUV(NV12ToRGB565), kNv12, kPixels565), SWSCALE(YUV420P, RGB565LE)},
+       2},
+      {OURS(zumiYCbCr420ToBGR555_8u16u_P3C3R),
+       &kP420,
+       &kPixels555,
+       {LIBYUV(I420ToARGB1555), SWSCALE(YUV420P, RGB555LE)},
+       2},
+      {OURS(zumiYCbCr420ToBGR444_8u16u_P3C3R),
+       &kP420,
+       &kPixels444,
+       {LIBYUV(I420ToARGB4444), SWSCALE(YUV420P, RGB444LE)},
+       2},
+      {OURS(zumiYCbCr420ToBGR565Dither_8u16u_P3C3R),
+       &kP420,
+       &kPixels565,
+       {LIBYUV(I420ToRGB565Dither), SWSCALE(YUV420P, RGB565LE)},
+       2},
+      {OURS(zumiYCbCr420ToBGR555Dither_8u16u_P3C3R), &kP420, &kPixels555, {SWSCALE(YUV420P, RGB555LE)}, 2},
+      {OURS(zumiYCbCr420ToBGR444Dither_8u16u_P3C3R), &kP420, &kPixels444, {SWSCALE(YUV420P, RGB444LE)}, 2},
+      {OURS(zumiYUV420ToBGR565_8u16u_P3C3R), &kP420, &kPixels565, {similar(LIBYUV(J420ToRGB565))}, 2},
 
       // OpenCV's hue circle has 256 steps here, ours 255.
       {OURS(zumiRGBToHSV_8u_C3R), &kC3, &kC3, {OPENCV(RGB2HSV_FULL)}},

@@ -32,9 +32,9 @@
  * pointers inside the arrays (zumErrNullPtr), the steps where they are checked (zumErrStep), the parameters. A function
  * that returns a negative status has written nothing. Alignment is never an error and never changes a result.
  *
- * Memory: nothing outside the rectangle is read or written. Padding between rows is left alone. Exact in-place use,
- * with the same pointer and the same step on both sides, works wherever source and destination have the same
- * interleaved layout. Any other overlap of source and destination gives an undefined result.
+ * Memory: nothing outside the rectangle is read or written, unless the function says so. Padding between rows is left
+ * alone. Exact in-place use, with the same pointer and the same step on both sides, works wherever source and
+ * destination have the same interleaved layout. Any other overlap of source and destination gives an undefined result.
  *
  * Block columns and tail columns: many conversions are defined by two roundings, one for the whole blocks at the start
  * of a row and another for the pixels that remain. Where a function's documentation names block columns, a pixel's
@@ -838,6 +838,45 @@ ZUM_API ZumStatus zumiYUV420ToRGB444Dither_8u16u_P3C3R(const Zum8u* const pSrc[3
 /** Planar YUV 4:2:0 to BGR444, dithered. */
 ZUM_API ZumStatus zumiYUV420ToBGR444Dither_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst,
                                                        int dstStep, ZumiSize roi);
+
+/** @} */
+
+/** @defgroup cbycr RGB, BGR and CbYCr 4:2:2
+ *  RGB or BGR of full range to and from studio-range CbYCr of ITU-R BT.601, packed: Cb Y0 Cr Y1 for a pair of pixels.
+ *  Minimum size 1 by 1; an odd width is no error and gives no warning; steps are not checked but where it is said; one
+ *  thread.
+ *
+ *  From RGB: chroma is filtered along the row, each pair's from its first pixel at half its weight and the pixel on
+ *  either side at a quarter. Before the first pixel of a row lies black, so that a row begins with less colour. All
+ *  pairs are exact and rounded. Unless the width is a multiple of 4, one more pixel is converted without the filter:
+ *  its Cb and its Y are written, two bytes. At an odd width this is the last pixel. If the width leaves 2 when divided
+ *  by 4 it is the pixel behind the row: **the three bytes behind each source row are read and the two bytes behind each
+ *  destination row are written**, and the caller must have room for them. Of rows without a gap between them each
+ *  overwrites what the row before left behind itself; walking upward, it is the row above that loses its first pair's
+ *  Cb and Y0.
+ *
+ *  From BGR: chroma is that of the mean of a pair. Block columns, the width rounded down to 8, truncate the terms;
+ *  the pairs behind them are exact. A last odd pixel writes two bytes, its Cb and its Y, and is converted as if its
+ *  bytes were R, G, B.
+ *
+ *  Back: block columns are the width rounded down to 8; the pixels behind them are finer. A last odd pixel has one
+ *  chroma byte before its Y, its Cb, and takes Cr from the pair before. At a width of 1 there is none, and its one
+ *  chroma byte serves as both.
+ *  @{ */
+
+/** RGB to packed CbYCr 4:2:2, the chroma filtered. Reads and writes behind rows of some widths, see above. */
+ZUM_API ZumStatus zumiRGBToCbYCr422_8u_C3C2R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** The same of samples x that went through a video transfer curve first: 1.099 x^0.45 - 0.099 from x = 0.018 on and
+ *  4.5 x below, of full range 0 to 1. After the size both steps are checked: below 1 is zumErrStep. */
+ZUM_API ZumStatus zumiRGBToCbYCr422Gamma_8u_C3C2R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep,
+                                                  ZumiSize roi);
+/** BGR with alpha, which is not read, to packed CbYCr 4:2:2. */
+ZUM_API ZumStatus zumiBGRToCbYCr422_8u_AC4C2R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** Packed CbYCr 4:2:2 to RGB. */
+ZUM_API ZumStatus zumiCbYCr422ToRGB_8u_C2C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** Packed CbYCr 4:2:2 to BGR with alpha, which is the same in all pixels. */
+ZUM_API ZumStatus zumiCbYCr422ToBGR_8u_C2C4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                             Zum8u alpha);
 
 /** @} */
 

@@ -96,10 +96,10 @@ void slicedRows(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) {
 }
 
 // What most exported functions are: the checks, a serial walk, done.
-template <class Kernel, class Src, class Dst>
-ZumStatus convertRows(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) {
+template <class Kernel, class Src, class Dst, class... Parameters>
+ZumStatus convertRows(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi, Parameters... parameters) {
   if (const ZumStatus status = check(src, dst, roi)) return status;
-  serialRows(kernel, src.rows(), dst.rows(), roi);
+  serialRows(kernel, src.rows(), dst.rows(), roi, parameters...);
   return zumOk;
 }
 

@@ -330,8 +330,11 @@ struct Luma420 {
 
 enum class ChromaOrder { CbCr, CrCb };
 
-// Packed 4:2:2: Y0 Cb Y1 Cr, or with the chroma bytes exchanged.
-template <ChromaOrder order>
+// Which of luma and chroma is at the even places.
+enum class FirstByte { kLuma, kChroma };
+
+// Packed 4:2:2: Y0 Cb Y1 Cr, or with the chroma bytes exchanged, or with chroma before luma.
+template <ChromaOrder order, FirstByte first = FirstByte::kLuma>
 struct Packed422 : Interleaved<std::uint8_t, 2, kLanes<std::uint8_t>> {
   static constexpr bool kWoven = true;
 
@@ -339,8 +342,9 @@ struct Packed422 : Interleaved<std::uint8_t, 2, kLanes<std::uint8_t>> {
   static HWY_INLINE Luma422 load(const std::uint8_t* row, Access access = {}) {
     const Tag<std::uint8_t> d;
     const VU8 v0 = access.samples(2).load(d, row), v1 = access.samples(2).load(d, row, kLanes<std::uint8_t>);
-    const Halves<VI16> chroma = splitPairs(hn::ConcatOdd(d, v1, v0));
-    const VU8 y = hn::ConcatEven(d, v1, v0);
+    const VU8 even = hn::ConcatEven(d, v1, v0), odd = hn::ConcatOdd(d, v1, v0);
+    const VU8 y = first == FirstByte::kLuma ? even : odd;
+    const Halves<VI16> chroma = splitPairs(first == FirstByte::kLuma ? odd : even);
     if constexpr (order == ChromaOrder::CbCr) {
       return {y, chroma.a, chroma.b};
     } else {
@@ -351,7 +355,7 @@ struct Packed422 : Interleaved<std::uint8_t, 2, kLanes<std::uint8_t>> {
   template <class Access = Whole>
   static HWY_INLINE void store(const Luma422& v, std::uint8_t* row, Access access = {}) {
     const VU8 chroma = order == ChromaOrder::CbCr ? joinPairs(v.cb, v.cr) : joinPairs(v.cr, v.cb);
-    const Halves<VU8> both = zip(v.y, chroma);
+    const Halves<VU8> both = first == FirstByte::kLuma ? zip(v.y, chroma) : zip(chroma, v.y);
     const Tag<std::uint8_t> d;
     access.samples(2).store(both.a, d, row);
     access.samples(2).store(both.b, d, row, kLanes<std::uint8_t>);
@@ -955,8 +959,7 @@ using Packed555 = Reversed<Packed16<5, 5>>;
 
 // Converts the columns from x on that are fewer than a vector has, alone or through a local copy.
 template <class Src, class Form, class Dst, class SrcRow, class DstRow>
-HWY_INLINE void lastColumns(const SrcRow& src, const DstRow& dst, std::size_t x, std::size_t end,
-                            const Form& form = Form()) {
+HWY_INLINE void lastColumns(const SrcRow& src, const DstRow& dst, std::size_t x, std::size_t end, Form form = Form()) {
   if (x >= end) return;
 #if HWY_TARGET <= HWY_AVX3
   const First rest{end - x};
@@ -974,10 +977,9 @@ HWY_INLINE void lastColumns(const SrcRow& src, const DstRow& dst, std::size_t x,
 // Converts columns begin to end by one form: whole vectors from and to memory, then the remainder. Where a load takes
 // its channels apart, which is a long chain of steps, the next vector is loaded while one is converted and the one
 // before it is stored: the processor then has operations at hand that can start. Most forms hold nothing; one that does
-// is given.
+// is given, and may keep something of a vector for the next.
 template <class Src, class Form, class Dst, class SrcRow, class DstRow>
-HWY_INLINE void columns(const SrcRow& src, const DstRow& dst, std::size_t begin, std::size_t end,
-                        const Form& form = Form()) {
+HWY_INLINE void columns(const SrcRow& src, const DstRow& dst, std::size_t begin, std::size_t end, Form form = Form()) {
   static_assert(Src::kPixels == Dst::kPixels, "source and destination go in step");
   constexpr std::size_t kStride = Src::kPixels;
   const std::size_t wholeEnd = end - (end - begin) % kStride;

@@ -208,7 +208,7 @@ HWY_INLINE VI32 addDots(VI32 sum, VI16 a, VI16 w) {
 template <int even, int odd>
 HWY_INLINE VI16 dotBytes(VU8 xy) {
   constexpr auto isByte = [](int v) { return v >= -128 && v <= 127; };
-  static_assert(isByte(even) && isByte(odd) && isByte(even + odd), "the sum fits 16 bits");
+  static_assert(isByte(even) && isByte(odd) && even + odd >= -128 && even + odd <= 128, "the sum fits 16 bits");
 #if HWY_ARCH_X86
   const VI16 factors = all(static_cast<std::int16_t>((odd & 0xFF) << 8 | (even & 0xFF)));
 #if HWY_TARGET <= HWY_AVX3
@@ -231,6 +231,69 @@ HWY_INLINE VI16 dotBytes(VU8 xy) {
   constexpr int lowEven = lowByte(even), lowOdd = lowByte(odd);
   const VI16 upper = dotBytes<(even - lowEven) / 256, (odd - lowOdd) / 256>(xy);
   return hn::ShiftRight<shift - 8>(upper + hn::ShiftRight<8>(dotBytes<lowEven, lowOdd>(xy)));
+}
+
+// Lanes moved up by one, the last lane of the vector before into the first.
+HWY_INLINE VI16 moveUp(VI16 before, VI16 v) {
+#if HWY_TARGET <= HWY_AVX3_DL
+  struct Index {
+    alignas(64) std::uint16_t at[32];
+    constexpr Index() : at() {
+      for (int i = 0; i < 32; ++i) at[i] = static_cast<std::uint16_t>(31 + i);
+    }
+  };
+  static constexpr Index kIndex;
+  return VI16{_mm512_permutex2var_epi16(before.raw, _mm512_load_si512(kIndex.at), v.raw)};
+#else
+  const Tag<std::int16_t> d;
+#if HWY_TARGET == HWY_AVX2
+  before = hn::ConcatLowerUpper(d, v, before);
+#endif
+  return hn::CombineShiftRightBytes<14>(d, v, before);
+#endif
+}
+
+// A byte for every byte.
+struct ByteTable {
+  alignas(64) std::uint8_t at[256];
+};
+
+#if HWY_TARGET > HWY_AVX3_DL
+// The table for shuffles that give an entry of 16 by the low bits of an index, or nothing if the index is negative.
+// Each row of 16, of the lower and of the upper half, is what turns the entries of the row before into its own.
+constexpr ByteTable differences(const ByteTable& table) {
+  ByteTable result{};
+  for (int i = 0; i < 256; ++i) {
+    result.at[i] = static_cast<std::uint8_t>(table.at[i] ^ (i % 128 < 16 ? 0 : table.at[i - 16]));
+  }
+  return result;
+}
+#endif
+
+// The entry of a table for each byte.
+template <const ByteTable& table>
+HWY_INLINE VU8 lookUp(VU8 v) {
+  const Tag<std::uint8_t> d;
+#if HWY_TARGET <= HWY_AVX3_DL
+  const VU8 t0 = hn::Load(d, table.at), t1 = hn::Load(d, table.at + 64), t2 = hn::Load(d, table.at + 128),
+            t3 = hn::Load(d, table.at + 192);
+  return VU8{_mm512_mask_blend_epi8(_mm512_movepi8_mask(v.raw), _mm512_permutex2var_epi8(t0.raw, v.raw, t1.raw),
+                                    _mm512_permutex2var_epi8(t2.raw, v.raw, t3.raw))};
+#else
+  static constexpr ByteTable kDifferences = differences(table);
+  const Tag<std::int8_t> signedTag;
+  const auto row = all<std::int8_t>(16);
+  auto lower = hn::BitCast(signedTag, v), upper = lower ^ all<std::int8_t>(-128);
+  VU8 result = hn::Zero(d);
+  for (int i = 0; i < 128; i += 16) {
+    const VU8 ofLower = hn::LoadDup128(d, kDifferences.at + i), ofUpper = hn::LoadDup128(d, kDifferences.at + 128 + i);
+    result = result ^ hn::TableLookupBytesOr0(ofLower, hn::BitCast(d, lower)) ^
+             hn::TableLookupBytesOr0(ofUpper, hn::BitCast(d, upper));
+    lower = hn::SaturatedSub(lower, row);
+    upper = hn::SaturatedSub(upper, row);
+  }
+  return result;
+#endif
 }
 
 // Copies n bytes, at most bytes of them, into or out of a local buffer of whole vectors.

@@ -19,23 +19,6 @@ using YCbCr = Packed422<ChromaOrder::CbCr>;
 
 // ---- Where pixels go
 
-// A form with a fourth channel that is the same everywhere.
-template <class Form>
-struct WithAlpha {
-  VU8 alpha;
-
-  template <class In>
-  HWY_INLINE auto apply(const In& in) const {
-    return add(Form::apply(in));
-  }
-
- private:
-  HWY_INLINE FourChannels<VU8> add(const Channels<VU8>& v) const { return {v.c0, v.c1, v.c2, alpha}; }
-  HWY_INLINE TwoRows<FourChannels<VU8>> add(const TwoRows<Channels<VU8>>& v) const {
-    return {add(v.upper), add(v.lower)};
-  }
-};
-
 struct ToBgr {
   template <class Src, class Form, class SrcRow>
   HWY_INLINE void columns(const SrcRow& src, Zum8u* dst, std::size_t begin, std::size_t end) const {

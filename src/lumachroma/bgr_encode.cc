@@ -31,19 +31,6 @@ constexpr ChromaFactors kFine{28770, 9699, 19071, 24117, 4653}, kCoarse{7193, 24
 
 constexpr int kEighths = 8 * kChromaOffset + 1;  // 128.125, the offset of all chroma here but of rounded terms
 
-// Luma at 128 times the sample, each term truncated and their sum, with the offset, rounded.
-template <int kRed, int kGreen, int kBlue, int kOffset>
-HWY_INLINE VU8 roundedLuma(const Channels<VU8>& rgb) {
-  const Tag<std::uint16_t> d;
-  const VU16 r = hn::BitCast(d, rgb.c0), g = hn::BitCast(d, rgb.c1), b = hn::BitCast(d, rgb.c2);
-  const VU16 high = all<std::uint16_t>(0xFF00), offset = all<std::uint16_t>(128 * kOffset + 64);
-  const VU16 even = mulHigh(kRed, hn::ShiftLeft<8>(r)) + mulHigh(kGreen, hn::ShiftLeft<8>(g)) +
-                    (mulHigh(kBlue, hn::ShiftLeft<8>(b)) + offset);
-  const VU16 odd =
-      mulHigh(kRed, hn::And(r, high)) + mulHigh(kGreen, hn::And(g, high)) + (mulHigh(kBlue, hn::And(b, high)) + offset);
-  return hn::BitCast(Tag<std::uint8_t>(), hn::Or(hn::ShiftRight<7>(even), hn::And(hn::ShiftLeft<1>(odd), high)));
-}
-
 // Each term truncated: luma at 128 times the sample, rounded, and chroma at 32 n times.
 struct TruncatedTerms {
   static constexpr ChromaFactors kChroma = kFine;

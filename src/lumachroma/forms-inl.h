@@ -70,6 +70,23 @@ struct OnLanes {
   }
 };
 
+// A form with a fourth channel that is the same everywhere.
+template <class Form>
+struct WithAlpha {
+  VU8 alpha;
+
+  template <class In>
+  HWY_INLINE auto apply(const In& in) const {
+    return add(Form::apply(in));
+  }
+
+ private:
+  HWY_INLINE FourChannels<VU8> add(const Channels<VU8>& v) const { return {v.c0, v.c1, v.c2, alpha}; }
+  HWY_INLINE TwoRows<FourChannels<VU8>> add(const TwoRows<Channels<VU8>>& v) const {
+    return {add(v.upper), add(v.lower)};
+  }
+};
+
 // ---- RGB to YCbCr
 
 constexpr int kLumaOffset = 16;
@@ -86,6 +103,19 @@ HWY_INLINE VU8 truncatedLuma(const Channels<VU8>& rgb) {
   const VU16 odd =
       mulHigh(kRed, hn::And(r, high)) + mulHigh(kGreen, hn::And(g, high)) + mulHigh(kBlue, hn::And(b, high));
   return highBytes(even, odd);
+}
+
+// Luma at 128 times the sample, each term truncated and their sum, with the offset, rounded.
+template <int kRed, int kGreen, int kBlue, int kOffset>
+HWY_INLINE VU8 roundedLuma(const Channels<VU8>& rgb) {
+  const Tag<std::uint16_t> d;
+  const VU16 r = hn::BitCast(d, rgb.c0), g = hn::BitCast(d, rgb.c1), b = hn::BitCast(d, rgb.c2);
+  const VU16 high = all<std::uint16_t>(0xFF00), offset = all<std::uint16_t>(128 * kOffset + 64);
+  const VU16 even = mulHigh(kRed, hn::ShiftLeft<8>(r)) + mulHigh(kGreen, hn::ShiftLeft<8>(g)) +
+                    (mulHigh(kBlue, hn::ShiftLeft<8>(b)) + offset);
+  const VU16 odd =
+      mulHigh(kRed, hn::And(r, high)) + mulHigh(kGreen, hn::And(g, high)) + (mulHigh(kBlue, hn::And(b, high)) + offset);
+  return hn::BitCast(Tag<std::uint8_t>(), hn::Or(hn::ShiftRight<7>(even), hn::And(hn::ShiftLeft<1>(odd), high)));
 }
 
 // Each term rounded at 64 times the sample, their sum truncated. From 128 times the samples, 64 times Y less its

@@ -33,6 +33,7 @@ struct CentredPixel {
 using FinePixel = CentredPixel<76284, 104595, -25690, -53281, 132186>;
 using FineRoundedPixel = CentredPixel<76284, 104595, -25690, -53281, 132186, 32768>;
 using FinePlanarPixel = CentredPixel<76282, 104593, -25689, -53279, 132184>;
+using FinePlanarRoundedPixel = CentredPixel<76282, 104593, -25689, -53279, 132184, 32768>;
 
 // The same matrix with its offsets folded, and rounded on their own.
 struct FoldedPixel {

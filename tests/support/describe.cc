@@ -57,6 +57,7 @@ std::vector<Plane> planesOf(const Format& format, Role role, const Traits& trait
   const std::string& model = format.model;
   const Sample sample = sampleOf(format.depth);
   Plane full{role, sample}, chroma{role, sample};
+  full.columnsBehind = chroma.columnsBehind = traits.columnsBehind;
   chroma.roundsUp = traits.halfWidthRoundsUp;
   if (contains(model, "1620")) {
     chroma.columnDivisor = chroma.rowDivisor = 4;
@@ -152,7 +153,7 @@ size_t divide(int size, int divisor, bool up) { return size <= 0 ? 0 : (size + (
 
 size_t Plane::rowBytes(ZumiSize size) const {
   if (samplesPerColumn == 0) return sample.bytes;
-  return divide(size.width, columnDivisor, roundsUp) * samplesPerColumn * sample.bytes;
+  return divide(size.width + columnsBehind(size.width), columnDivisor, roundsUp) * samplesPerColumn * sample.bytes;
 }
 
 size_t Plane::rows(ZumiSize size) const {

@@ -40,6 +40,7 @@ struct Plane {
   size_t samplesPerColumn = 1;                   // 0: one sample altogether, the result of a reduction
   int columnDivisor = 1, rowDivisor = 1;         // pixels that share a column or a row of this plane
   bool roundsUp = false;                         // when the size is not a multiple of those
+  int (*columnsBehind)(int width) = nullptr;     // the trait
   bool keepsAlpha = false;                       // the fourth sample of each pixel is not written
   size_t pointer = kNone, pointerEntry = kNone;  // the argument with its address, and its place if that is an array
   size_t step = kNone, stepEntry = kNone;        // the same for its step

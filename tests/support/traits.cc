@@ -70,6 +70,8 @@ const Rule kRules[] = {
      [](Traits& t) {
        t.checks = {Check::kPointers, Check::kSize, Check::kSteps};
      }},
+    {"zumiRGBToCbYCr422*", [](Traits& t) { t.columnsBehind = [](int width) { return int{width % 4 == 2}; }; }},
+    {"zumiRGBToCbYCr422Gamma_*", [](Traits& t) { t.checks.push_back(Check::kSteps); }},
 
     {"zumi@(Sum|Mean)_32f_*",
      [](Traits& t) {

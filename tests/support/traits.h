@@ -30,8 +30,9 @@ struct Traits {
   bool (*oddSize)(ZumiSize) = [](ZumiSize) { return false; };                 // when zumWrnOddSize is returned
   bool halfWidthRoundsUp = true;  // chroma of 4:2:2 and 4:1:1: is the plane wide enough for an odd last pixel?
   bool halfSizeRoundsUp = false;  // chroma of 4:2:0, both ways
-  bool keepsAlpha = true;         // AC4 destinations
-  int narrowest = 1;              // the width from which on all is regular
+  int (*columnsBehind)(int width) = [](int) { return 0; };  // pixels behind each row, read and written as if its own
+  bool keepsAlpha = true;                                   // AC4 destinations
+  int narrowest = 1;                                        // the width from which on all is regular
   std::vector<Variant> variants{{}};
   std::vector<Refusal> refusals;
   bool rowsInOrder = true;      // images below the thresholds of the parallel drivers are written from the top down
