@@ -939,6 +939,116 @@ ZUM_API ZumStatus zumiCFAToRGB_16u_C1C3R(const Zum16u* pSrc, ZumiRect srcRoi, Zu
 
 /** @} */
 
+/** @defgroup chromafilter Chroma of YCbCr 4:2:0 filtered to 4:2:2
+ *  Planar or semi-planar 4:2:0 to planar 4:2:2, 8-bit. Luma is copied. Row 2 r of chroma is row r of the source; the
+ *  row behind it is halfway to the next by a vertical filter, (9 (b + c) - (a + d) + 8) >> 4 limited to 0..255, of the
+ *  rows a, b, c, d that are r - 1 to r + 2 of the source. Beyond the first and the last row these are repeated.
+ *
+ *  Checks: null pointers, those inside plane arrays included; then the size, at least 2 by 8. The width is rounded down
+ *  to even and the height to a multiple of 8; what is beyond is not written, and there is no warning. Steps are not
+ *  checked; one thread.
+ *  @{ */
+
+/** Planar YCbCr 4:2:0 to planar YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiYCbCr420ToYCbCr422_Filter_8u_P3R(const Zum8u* const pSrc[3], const int srcStep[3],
+                                                       Zum8u* const pDst[3], const int dstStep[3], ZumiSize roi);
+/** Planar YCrCb 4:2:0 to planar YCbCr 4:2:2: planes 1 and 2 change places. */
+ZUM_API ZumStatus zumiYCrCb420ToYCbCr422_Filter_8u_P3R(const Zum8u* const pSrc[3], const int srcStep[3],
+                                                       Zum8u* const pDst[3], const int dstStep[3], ZumiSize roi);
+/** Semi-planar YCbCr 4:2:0 to planar YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiYCbCr420ToYCbCr422_Filter_8u_P2P3R(const Zum8u* pSrcY, int srcYStep, const Zum8u* pSrcCbCr,
+                                                         int srcCbCrStep, Zum8u* const pDst[3], const int dstStep[3],
+                                                         ZumiSize roi);
+
+/** @} */
+
+/** @defgroup deinterlace Deinterlacing
+ *  Semi-planar 4:2:0 (NV12) to packed 4:2:2 (Y0 Cb Y1 Cr) or to planes, with the comb of interlaced pictures smoothed
+ *  away. Luma becomes (a + 2 c + b) / 4 of the row above, the row itself and the row below, and (3 c + b) / 4 in the
+ *  first and the last row of the picture. Row r of chroma becomes the mean of rows r and r + 1, the last one that of
+ *  the last two; packed output repeats it for both rows of pixels.
+ *
+ *  Bands. A picture may be sent from the top down in bands of rows; layout tells which one a call brings, as one of the
+ *  values below, and any value with the bits of all three means the whole picture. For other values nothing is done. As
+ *  the filter needs a row below, a band's last two rows of luma and last row of chroma are left to the next call: this
+ *  reads luma from row -3, chroma from row -1, and writes from luma row -2 (chroma row -1) of its pointers, which must
+ *  lie inside the picture. A top band of height 2 writes its two rows if the output is packed (it reads the rows below
+ *  the band for that), the first row of luma alone if it is planar.
+ *
+ *  Rounding. Width and height are rounded down to even; block columns are the width rounded down to a multiple of the
+ *  block. In them the means that the filter is made of, of (a, c) and (c, b) and then of these, and those of chroma,
+ *  round halves up; elsewhere they round down as a whole.
+ *
+ *  | output | rows                                 | block    | particular to them                                    |
+ *  |--------|--------------------------------------|----------|-------------------------------------------------------|
+ *  | packed | first two and last two, of bands     | 8        |                                                       |
+ *  |        | the others of bands                  | 32       |                                                       |
+ *  |        | first two and last two, of a picture | none     | luma is one more, up to 255                           |
+ *  |        | the others of a picture              | 32       | luma is one more outside the blocks, up to 255        |
+ *  | planar | those of bands                       | 16       | top band: the means are of (a, b), then of that and c |
+ *  |        | first and last, of a picture         | none     | if these are the only two, luma is one more, up to 255|
+ *  |        | the others of a picture              | 16       |                                                       |
+ *
+ *  A planar top band rounds as the other bands do if the width is a multiple of 64, the height rounded down to even one
+ *  of 16, all pointers and srcYStep multiples of 16, and the other steps multiples of 32: the one place where alignment
+ *  shows in a result.
+ *
+ *  Checks: null pointers and the plane array, the size, the plane pointers. The smallest size is 2 by 2; with planar
+ *  output a width or height of 1 is found only behind the plane pointers. Steps are not checked; one thread.
+ *  @{ */
+
+/** The values of layout. */
+enum {
+  zumTopBand = 1,      /**< the first rows of the picture */
+  zumMiddleBand = 4,   /**< rows between two other bands */
+  zumBottomBand = 16,  /**< the last rows of the picture */
+  zumWholePicture = 21 /**< all of it */
+};
+
+/** Deinterlaces semi-planar YCbCr 4:2:0 to packed YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiYCbCr420ToYCbCr422_Filter_8u_P2C2R(const Zum8u* pSrcY, int srcYStep, const Zum8u* pSrcCbCr,
+                                                         int srcCbCrStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                                         int layout);
+/** Deinterlaces semi-planar YCbCr 4:2:0 to planes. These come out in the order Y, Cb, Cr, in spite of the name. */
+ZUM_API ZumStatus zumiYCbCr420ToYCrCb420_Filter_8u_P2P3R(const Zum8u* pSrcY, int srcYStep, const Zum8u* pSrcCbCr,
+                                                         int srcCbCrStep, Zum8u* const pDst[3], const int dstStep[3],
+                                                         ZumiSize roi, int layout);
+
+/** @} */
+
+/** @defgroup chromablocks YCbCr 4:2:0 to and from 1620 and 4:1:1
+ *  Planar, 8-bit; luma is copied. 1620 has one chroma pair for four by four pixels, 4:1:1 one for four pixels of a row.
+ *  In terms of chroma planes:
+ *
+ *  - 420 to 1620: odd rows and columns are dropped.
+ *  - 420 to 411: odd columns are dropped; behind each row comes its mean with the next, behind the last one itself.
+ *  - 411 to 420: odd rows are dropped; behind each column comes its mean with the next, behind the last one itself.
+ *  - 1620 to 420: columns are doubled as from 411. Behind each row comes the mean of it and the next (in the new
+ *    columns the mean of the two means), behind the last one this row with each column repeated.
+ *
+ *  Block columns, where means round halves up and elsewhere down: to 411 the width of the destination plane rounded
+ *  down to 32; to 420 the columns that come of the first columns of the source plane, whose width less 1 is rounded
+ *  down to 16 for that.
+ *
+ *  Checks: null pointers, those inside plane arrays included; then the size. Width and height must be multiples of 4,
+ *  and at least 4; from 420 to 411 the height may be any even one from 2 on. Steps are not checked; one thread.
+ *  @{ */
+
+/** Planar YCbCr 4:2:0 to planar YCbCr of a pair for four by four pixels. */
+ZUM_API ZumStatus zumiYCbCr420To1620_8u_P3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* const pDst[3],
+                                            const int dstStep[3], ZumiSize roi);
+/** Planar YCbCr of a pair for four by four pixels to planar YCbCr 4:2:0. */
+ZUM_API ZumStatus zumiYCbCr1620To420_8u_P3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* const pDst[3],
+                                            const int dstStep[3], ZumiSize roi);
+/** Planar YCbCr 4:2:0 to planar YCbCr 4:1:1. */
+ZUM_API ZumStatus zumiYCbCr420To411_8u_P3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* const pDst[3],
+                                           const int dstStep[3], ZumiSize roi);
+/** Planar YCbCr 4:1:1 to planar YCbCr 4:2:0. */
+ZUM_API ZumStatus zumiYCbCr411To420_8u_P3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* const pDst[3],
+                                           const int dstStep[3], ZumiSize roi);
+
+/** @} */
+
 #ifdef __cplusplus
 }
 #endif

@@ -73,6 +73,32 @@ const Rule kRules[] = {
     {"zumiRGBToCbYCr422*", [](Traits& t) { t.columnsBehind = [](int width) { return int{width % 4 == 2}; }; }},
     {"zumiRGBToCbYCr422Gamma_*", [](Traits& t) { t.checks.push_back(Check::kSteps); }},
 
+    {"zumi@(YCbCr|YCrCb)420ToYCbCr422_Filter_*",
+     [](Traits& t) {
+       t.checks = {Check::kPointers, Check::kPlanes, Check::kSize};
+       t.minimum = {2, 8};
+       t.halfWidthRoundsUp = false;
+     }},
+    // Deinterlacing. Bands reach out of their images, but for the planar top band.
+    {"zumiYCbCr420ToYCbCr422_Filter_8u_P2C2R",
+     [](Traits& t) {
+       t.checks = {Check::kPointers, Check::kSize};
+       t.minimum = {2, 2};
+       t.variants = {{{zumWholePicture}}};
+     }},
+    {"zumiYCbCr420ToYCrCb420_Filter_8u_P2P3R",
+     [](Traits& t) {
+       t.checks = {Check::kPointers, Check::kPlanes};
+       t.minimum = {2, 2};
+       t.variants = {{{zumWholePicture}}, {{zumTopBand}}};
+     }},
+    {"zumiYCbCr@(420To1620|1620To420|420To411|411To420)_*",
+     [](Traits& t) {
+       t.checks = {Check::kPointers, Check::kPlanes, Check::kSize};
+       t.minimum = t.multiple = {4, 4};
+     }},
+    {"zumiYCbCr420To411_*", [](Traits& t) { t.minimum.height = t.multiple.height = 2; }},
+
     {"zumi@(Sum|Mean)_32f_*",
      [](Traits& t) {
        t.variants = {{{zumHintFast}}, {{zumHintAccurate}}};

@@ -27,6 +27,7 @@ struct Refusal {
 struct Traits {
   std::vector<Check> checks{Check::kPointers, Check::kSize, Check::kPlanes};  // in the order that they are made
   ZumiSize minimum{1, 1};                                                     // 0: not checked
+  ZumiSize multiple{1, 1};                                                    // of which a size has to be
   bool (*oddSize)(ZumiSize) = [](ZumiSize) { return false; };                 // when zumWrnOddSize is returned
   bool halfWidthRoundsUp = true;  // chroma of 4:2:2 and 4:1:1: is the plane wide enough for an odd last pixel?
   bool halfSizeRoundsUp = false;  // chroma of 4:2:0, both ways
