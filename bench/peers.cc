@@ -93,7 +93,7 @@ struct Size {
 
 string toString(Size size) { return std::to_string(size.width) + "x" + std::to_string(size.height); }
 
-// An image without padding, its planes behind one another.
+// An image without padding, its planes behind one another. A plane starts at a whole vector: swscale wants it so.
 class Image {
  public:
   // The memory takes `capacity` bytes if that is more than the image has. `offset` moves it away from the page's start.
@@ -132,7 +132,7 @@ size_t bytesOf(const Format& format, Size size) {
 
 Image::Image(const Format& format, Size size, size_t capacity, size_t offset)
     : format_(&format), size_(size), bytes_(bytesOf(format, size)), memory_(nullptr, &std::free) {
-  constexpr size_t kPage = 4096;
+  constexpr size_t kPage = 4096, kVector = 16;
   size_t allocated = (std::max(bytes_, capacity) + offset + 2 * kPage - 1) / kPage * kPage;
   memory_.reset(static_cast<uint8_t*>(std::aligned_alloc(kPage, allocated)));
   if (!memory_) throw std::bad_alloc();
@@ -142,7 +142,7 @@ Image::Image(const Format& format, Size size, size_t capacity, size_t offset)
   for (size_t p = 0; p < format.planes.size(); ++p) {
     planes_[p] = next;
     steps_[p] = columns(p) * format.planes[p].samples * format.sampleBytes;
-    next += size_t(steps_[p]) * rows(p);
+    next += (size_t(steps_[p]) * rows(p) + kVector - 1) / kVector * kVector;
   }
 }
 
@@ -271,6 +271,30 @@ Prepare zum(ZumStatus (*f)(Src, SrcStep, Dst, DstStep, ZumiSize, Alpha...)) {
             Alpha{255}...));
   });
 }
+Prepare zum(ZumStatus (*f)(const Zum8u* const*, const int*, Zum8u* const*, const int*, ZumiSize)) {
+  return direct(
+      [f](auto& src, auto& dst) { check(f(src.planes(), src.steps(), dst.planes(), dst.steps(), roiOf(src))); });
+}
+Prepare zum(ZumStatus (*f)(const Zum8u*, int, Zum8u*, int, Zum8u*, int, ZumiSize)) {
+  return direct([f](auto& src, auto& dst) {
+    check(f(src.data(), src.step(0), dst.plane(0), dst.step(0), dst.plane(1), dst.step(1), roiOf(src)));
+  });
+}
+Prepare zum(ZumStatus (*f)(const Zum8u*, int, const Zum8u*, int, Zum8u*, int, ZumiSize)) {
+  return direct([f](auto& src, auto& dst) {
+    check(f(src.plane(0), src.step(0), src.plane(1), src.step(1), dst.data(), dst.step(0), roiOf(src)));
+  });
+}
+Prepare zum(ZumStatus (*f)(const Zum8u* const*, const int*, Zum8u*, int, Zum8u*, int, ZumiSize)) {
+  return direct([f](auto& src, auto& dst) {
+    check(f(src.planes(), src.steps(), dst.plane(0), dst.step(0), dst.plane(1), dst.step(1), roiOf(src)));
+  });
+}
+Prepare zum(ZumStatus (*f)(const Zum8u*, int, const Zum8u*, int, Zum8u* const*, const int*, ZumiSize)) {
+  return direct([f](auto& src, auto& dst) {
+    check(f(src.plane(0), src.step(0), src.plane(1), src.step(1), dst.planes(), dst.steps(), roiOf(src)));
+  });
+}
 Prepare zum(ZumStatus (*f)(Zum8u, Zum8u*, int, ZumiSize)) {
   return direct([f](auto&, auto& dst) { check(f(77, dst.data(), dst.step(0), roiOf(dst))); });
 }
@@ -332,6 +356,26 @@ Prepare yuv(int (*f)(const uint8_t*, int, const uint8_t*, int, const uint8_t*, i
   return direct([f](auto& src, auto& dst) {
     f(src.plane(0), src.step(0), src.plane(1), src.step(1), src.plane(2), src.step(2), dst.data(), dst.step(0), nullptr,
       src.size().width, src.size().height);
+  });
+}
+Prepare yuv(int (*f)(const uint8_t*, int, const uint8_t*, int, uint8_t*, int, uint8_t*, int, uint8_t*, int, int, int)) {
+  return direct([f](auto& src, auto& dst) {
+    f(src.plane(0), src.step(0), src.plane(1), src.step(1), dst.plane(0), dst.step(0), dst.plane(1), dst.step(1),
+      dst.plane(2), dst.step(2), src.size().width, src.size().height);
+  });
+}
+Prepare yuv(int (*f)(const uint8_t*, int, const uint8_t*, int, const uint8_t*, int, uint8_t*, int, uint8_t*, int, int,
+                     int)) {
+  return direct([f](auto& src, auto& dst) {
+    f(src.plane(0), src.step(0), src.plane(1), src.step(1), src.plane(2), src.step(2), dst.plane(0), dst.step(0),
+      dst.plane(1), dst.step(1), src.size().width, src.size().height);
+  });
+}
+Prepare yuv(int (*f)(const uint8_t*, int, const uint8_t*, int, const uint8_t*, int, uint8_t*, int, uint8_t*, int,
+                     uint8_t*, int, int, int)) {
+  return direct([f](auto& src, auto& dst) {
+    f(src.plane(0), src.step(0), src.plane(1), src.step(1), src.plane(2), src.step(2), dst.plane(0), dst.step(0),
+      dst.plane(1), dst.step(1), dst.plane(2), dst.step(2), src.size().width, src.size().height);
   });
 }
 using YuvPacked = int (*)(const uint8_t*, int, uint8_t*, int, int, int);
@@ -675,6 +719,71 @@ std::vector<Comparison> comparisons() {
       {OURS(zumiYCbCr420ToBGR555Dither_8u16u_P3C3R), &kP420, &kPixels555, {SWSCALE(YUV420P, RGB555LE)}, 2},
       {OURS(zumiYCbCr420ToBGR444Dither_8u16u_P3C3R), &kP420, &kPixels444, {SWSCALE(YUV420P, RGB444LE)}, 2},
       {OURS(zumiYUV420ToBGR565_8u16u_P3C3R), &kP420, &kPixels565, {similar(LIBYUV(J420ToRGB565))}, 2},
+
+      // Some peers average the chroma of two rows where we drop one, and interpolate where we repeat.
+      {OURS(zumiYCbCr420_8u_P2P3R), &kNv12, &kP420, {LIBYUV(NV12ToI420), SWSCALE(NV12, YUV420P)}, 2},
+      {OURS(zumiYCbCr420ToYCrCb420_8u_P2P3R), &kNv12, &kP420, {LIBYUV(NV12ToI420), SWSCALE(NV12, YUV420P)}, 2},
+      {OURS(zumiYCbCr420_8u_P3P2R), &kP420, &kNv12, {LIBYUV(I420ToNV12), SWSCALE(YUV420P, NV12)}, 2},
+      {OURS(zumiYCrCb420ToYCbCr420_8u_P3P2R), &kP420, &kNv12, {LIBYUV(I420ToNV21), SWSCALE(YUV420P, NV21)}, 2},
+      {OURS(zumiYCbCr422_8u_C2P3R), &kPacked422, &kP422, {LIBYUV(YUY2ToI422), SWSCALE(YUYV422, YUV422P)}},
+      {OURS(zumiYCrCb422ToYCbCr422_8u_C2P3R),
+       &kPacked422,
+       &kP422,
+       {similar(LIBYUV(YUY2ToI422)), SWSCALE(YVYU422, YUV422P)}},
+      {OURS(zumiCbYCr422ToYCbCr422_8u_C2P3R),
+       &kChromaFirst422,
+       &kP422,
+       {LIBYUV(UYVYToI422), SWSCALE(UYVY422, YUV422P)}},
+      {OURS(zumiYCbCr422ToYCbCr420_8u_C2P3R), &kPacked422, &kP420, {LIBYUV(YUY2ToI420), SWSCALE(YUYV422, YUV420P)}, 2},
+      {OURS(zumiYCbCr422ToYCrCb420_8u_C2P3R),
+       &kPacked422,
+       &kP420,
+       {similar(LIBYUV(YUY2ToI420)), SWSCALE(YVYU422, YUV420P)},
+       2},
+      {OURS(zumiCbYCr422ToYCbCr420_8u_C2P3R),
+       &kChromaFirst422,
+       &kP420,
+       {LIBYUV(UYVYToI420), SWSCALE(UYVY422, YUV420P)},
+       2},
+      {OURS(zumiCbYCr422ToYCrCb420_8u_C2P3R),
+       &kChromaFirst422,
+       &kP420,
+       {similar(LIBYUV(UYVYToI420)), similar(SWSCALE(UYVY422, YUV420P))},
+       2},
+      {OURS(zumiYCbCr422ToYCbCr420_8u_C2P2R), &kPacked422, &kNv12, {LIBYUV(YUY2ToNV12), SWSCALE(YUYV422, NV12)}, 2},
+      {OURS(zumiCbYCr422ToYCbCr420_8u_C2P2R),
+       &kChromaFirst422,
+       &kNv12,
+       {LIBYUV(UYVYToNV12), SWSCALE(UYVY422, NV12)},
+       2},
+      {OURS(zumiYCbCr422_8u_P3C2R), &kP422, &kPacked422, {LIBYUV(I422ToYUY2), SWSCALE(YUV422P, YUYV422)}},
+      {OURS(zumiYCbCr422ToYCrCb422_8u_P3C2R),
+       &kP422,
+       &kPacked422,
+       {similar(LIBYUV(I422ToYUY2)), SWSCALE(YUV422P, YVYU422)}},
+      {OURS(zumiYCrCb420ToYCbCr422_8u_P3C2R),
+       &kP420,
+       &kPacked422,
+       {similar(LIBYUV(I420ToYUY2)), SWSCALE(YUV420P, YVYU422)},
+       2},
+      {OURS(zumiYCrCb420ToCbYCr422_8u_P3C2R),
+       &kP420,
+       &kChromaFirst422,
+       {similar(LIBYUV(I420ToUYVY)), similar(SWSCALE(YUV420P, UYVY422))},
+       2},
+      {OURS(zumiYCbCr420ToYCbCr422_8u_P2C2R), &kNv12, &kPacked422, {SWSCALE(NV12, YUYV422)}, 2},
+      {OURS(zumiYCbCr420ToCbYCr422_8u_P2C2R), &kNv12, &kChromaFirst422, {SWSCALE(NV12, UYVY422)}, 2},
+      {OURS(zumiYCbCr420ToYCbCr422_8u_P2P3R), &kNv12, &kP422, {SWSCALE(NV12, YUV422P)}, 2},
+      {OURS(zumiYCbCr420ToYCbCr422_8u_P3R), &kP420, &kP422, {LIBYUV(I420ToI422), SWSCALE(YUV420P, YUV422P)}, 2},
+      {OURS(zumiYCbCr422ToYCbCr420_8u_P3R), &kP422, &kP420, {LIBYUV(I422ToI420), SWSCALE(YUV422P, YUV420P)}, 2},
+      {OURS(zumiYCbCr422ToYCbCr420_8u_P3P2R), &kP422, &kNv12, {similar(LIBYUV(I422ToNV21)), SWSCALE(YUV422P, NV12)}, 2},
+      {OURS(zumiYCbCr422ToCbYCr422_8u_C2R), &kPacked422, &kChromaFirst422, {SWSCALE(YUYV422, UYVY422)}},
+      {OURS(zumiCbYCr422ToYCbCr422_8u_C2R), &kChromaFirst422, &kPacked422, {SWSCALE(UYVY422, YUYV422)}},
+      {OURS(zumiYCbCr422ToYCrCb422_8u_C2R), &kPacked422, &kPacked422, {SWSCALE(YUYV422, YVYU422)}},
+      {OURS(zumiYCbCr422ToYCbCr411_8u_P3R), &kP422, &kP411, {SWSCALE(YUV422P, YUV411P)}},
+      {OURS(zumiYCbCr422ToYCbCr411_8u_C2P3R), &kPacked422, &kP411, {SWSCALE(YUYV422, YUV411P)}},
+      {OURS(zumiYCbCr411ToYCbCr422_8u_P3R), &kP411, &kP422, {SWSCALE(YUV411P, YUV422P)}},
+      {OURS(zumiYCbCr411ToYCbCr422_8u_P3C2R), &kP411, &kPacked422, {SWSCALE(YUV411P, YUYV422)}},
 
       // OpenCV's hue circle has 256 steps here, ours 255.
       {OURS(zumiRGBToHSV_8u_C3R), &kC3, &kC3, {OPENCV(RGB2HSV_FULL)}},

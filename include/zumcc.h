@@ -1046,6 +1046,183 @@ ZUM_API ZumStatus zumiYCbCr420To411_8u_P3R(const Zum8u* const pSrc[3], const int
 /** Planar YCbCr 4:1:1 to planar YCbCr 4:2:0. */
 ZUM_API ZumStatus zumiYCbCr411To420_8u_P3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* const pDst[3],
                                            const int dstStep[3], ZumiSize roi);
+/** @defgroup ycbcrlayouts YCbCr layouts
+ *  8-bit YCbCr from one chroma sampling and layout to another. No sample is computed: luma is copied, and chroma is
+ *  copied, dropped, repeated or placed elsewhere.
+ *
+ *  Layouts: C2 is packed 4:2:2, Y0 Cb Y1 Cr (YCbCr422), Y0 Cr Y1 Cb (YCrCb422) or Cb Y0 Cr Y1 (CbYCr422). P2 is a
+ *  plane of Y and a plane of pairs, Cb Cr. P3 is three planes, Y, Cb, Cr or, under the name YCrCb, Y, Cr, Cb; each has
+ *  its own step. NV12 is YCbCr420 in P2, YV12 is YCrCb420 in P3, YUY2 is YCbCr422 in C2, UYVY is CbYCr422 in C2.
+ *
+ *  Chroma planes of 4:2:2 have half the width of luma, of 4:2:0 half the width and half the height, of 4:1:1 a quarter
+ *  of the width. What becomes of chroma, in row r and column c of its plane:
+ *
+ *    4:2:2 to 4:2:0   odd rows are dropped          dst[r][c] = src[2 r][c]
+ *    4:2:0 to 4:2:2   rows are repeated             dst[2 r][c] = dst[2 r + 1][c] = src[r][c]
+ *    4:2:2 to 4:1:1   odd columns are dropped       dst[r][c] = src[r][2 c]
+ *    4:1:1 to 4:2:2   columns are repeated          dst[r][2 c] = dst[r][2 c + 1] = src[r][c]
+ *    4:2:0 to 4:1:1   odd columns become odd rows   dst[2 r][c] = src[r][2 c], dst[2 r + 1][c] = src[r][2 c + 1]
+ *    4:1:1 to 4:2:0   odd rows become odd columns   dst[r][2 c] = src[2 r][c], dst[r][2 c + 1] = src[2 r + 1][c]
+ *
+ *  Checks: null pointers, those inside plane arrays included, then the size. The smallest width is 4 with 4:1:1 on
+ *  either side, else 2. The smallest height is 2 with 4:2:0 on either side, and 1 in zumiYCbCr422_8u_C2P3R,
+ *  zumiYCrCb422ToYCbCr422_8u_C2P3R, zumiYCbCr422_8u_P3C2R and zumiCbYCr422ToYCbCr422_8u_C2R; the other functions
+ *  accept any height and do nothing if it is 0 or less. Steps are not checked.
+ *
+ *  Columns and rows beyond whole blocks, of as many columns and rows as the smallest width and height, are neither
+ *  read nor written; there is no warning. One thread.
+ *  @{ */
+
+/** Packed CbYCr 4:2:2 to packed YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiCbYCr422ToYCbCr422_8u_C2R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** Packed YCbCr 4:2:2 to packed CbYCr 4:2:2. */
+ZUM_API ZumStatus zumiYCbCr422ToCbYCr422_8u_C2R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** Packed YCbCr 4:2:2 to packed YCrCb 4:2:2. */
+ZUM_API ZumStatus zumiYCbCr422ToYCrCb422_8u_C2R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** Packed CbYCr 4:2:2 to planar YCbCr 4:1:1. */
+ZUM_API ZumStatus zumiCbYCr422ToYCbCr411_8u_C2P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                                  const int dstStep[3], ZumiSize roi);
+/** Packed CbYCr 4:2:2 to planar YCbCr 4:2:0. */
+ZUM_API ZumStatus zumiCbYCr422ToYCbCr420_8u_C2P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                                  const int dstStep[3], ZumiSize roi);
+/** Packed CbYCr 4:2:2 to planar YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiCbYCr422ToYCbCr422_8u_C2P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                                  const int dstStep[3], ZumiSize roi);
+/** Packed CbYCr 4:2:2 to planar YCrCb 4:2:0. */
+ZUM_API ZumStatus zumiCbYCr422ToYCrCb420_8u_C2P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                                  const int dstStep[3], ZumiSize roi);
+/** Packed YCbCr 4:2:2 to planar YCbCr 4:1:1. */
+ZUM_API ZumStatus zumiYCbCr422ToYCbCr411_8u_C2P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                                  const int dstStep[3], ZumiSize roi);
+/** Packed YCbCr 4:2:2 to planar YCbCr 4:2:0. */
+ZUM_API ZumStatus zumiYCbCr422ToYCbCr420_8u_C2P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                                  const int dstStep[3], ZumiSize roi);
+/** Packed YCbCr 4:2:2 to planar YCrCb 4:2:0. */
+ZUM_API ZumStatus zumiYCbCr422ToYCrCb420_8u_C2P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                                  const int dstStep[3], ZumiSize roi);
+/** Packed YCbCr 4:2:2 to planar YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiYCbCr422_8u_C2P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
+                                        ZumiSize roi);
+/** Packed YCrCb 4:2:2 to planar YCbCr 4:1:1. */
+ZUM_API ZumStatus zumiYCrCb422ToYCbCr411_8u_C2P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                                  const int dstStep[3], ZumiSize roi);
+/** Packed YCrCb 4:2:2 to planar YCbCr 4:2:0. */
+ZUM_API ZumStatus zumiYCrCb422ToYCbCr420_8u_C2P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                                  const int dstStep[3], ZumiSize roi);
+/** Packed YCrCb 4:2:2 to planar YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiYCrCb422ToYCbCr422_8u_C2P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3],
+                                                  const int dstStep[3], ZumiSize roi);
+/** Packed CbYCr 4:2:2 to semi-planar YCbCr 4:2:0. */
+ZUM_API ZumStatus zumiCbYCr422ToYCbCr420_8u_C2P2R(const Zum8u* pSrc, int srcStep, Zum8u* pDstY, int dstYStep,
+                                                  Zum8u* pDstCbCr, int dstCbCrStep, ZumiSize roi);
+/** Packed YCbCr 4:2:2 to semi-planar YCbCr 4:1:1. */
+ZUM_API ZumStatus zumiYCbCr422ToYCbCr411_8u_C2P2R(const Zum8u* pSrc, int srcStep, Zum8u* pDstY, int dstYStep,
+                                                  Zum8u* pDstCbCr, int dstCbCrStep, ZumiSize roi);
+/** Packed YCbCr 4:2:2 to semi-planar YCbCr 4:2:0. */
+ZUM_API ZumStatus zumiYCbCr422ToYCbCr420_8u_C2P2R(const Zum8u* pSrc, int srcStep, Zum8u* pDstY, int dstYStep,
+                                                  Zum8u* pDstCbCr, int dstCbCrStep, ZumiSize roi);
+/** Planar YCbCr 4:1:1 to packed YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiYCbCr411ToYCbCr422_8u_P3C2R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst,
+                                                  int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:1:1 to packed YCrCb 4:2:2. */
+ZUM_API ZumStatus zumiYCbCr411ToYCrCb422_8u_P3C2R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst,
+                                                  int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:2 to packed YCrCb 4:2:2. */
+ZUM_API ZumStatus zumiYCbCr422ToYCrCb422_8u_P3C2R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst,
+                                                  int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:2:2 to packed YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiYCbCr422_8u_P3C2R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst, int dstStep,
+                                        ZumiSize roi);
+/** Planar YCrCb 4:2:0 to packed CbYCr 4:2:2. */
+ZUM_API ZumStatus zumiYCrCb420ToCbYCr422_8u_P3C2R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst,
+                                                  int dstStep, ZumiSize roi);
+/** Planar YCrCb 4:2:0 to packed YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiYCrCb420ToYCbCr422_8u_P3C2R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst,
+                                                  int dstStep, ZumiSize roi);
+/** Semi-planar YCbCr 4:1:1 to packed YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiYCbCr411ToYCbCr422_8u_P2C2R(const Zum8u* pSrcY, int srcYStep, const Zum8u* pSrcCbCr,
+                                                  int srcCbCrStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** Semi-planar YCbCr 4:2:0 to packed CbYCr 4:2:2. */
+ZUM_API ZumStatus zumiYCbCr420ToCbYCr422_8u_P2C2R(const Zum8u* pSrcY, int srcYStep, const Zum8u* pSrcCbCr,
+                                                  int srcCbCrStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** Semi-planar YCbCr 4:2:0 to packed YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiYCbCr420ToYCbCr422_8u_P2C2R(const Zum8u* pSrcY, int srcYStep, const Zum8u* pSrcCbCr,
+                                                  int srcCbCrStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** Planar YCbCr 4:1:1 to planar YCbCr 4:2:0. */
+ZUM_API ZumStatus zumiYCbCr411ToYCbCr420_8u_P3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* const pDst[3],
+                                                const int dstStep[3], ZumiSize roi);
+/** Planar YCbCr 4:1:1 to planar YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiYCbCr411ToYCbCr422_8u_P3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* const pDst[3],
+                                                const int dstStep[3], ZumiSize roi);
+/** Planar YCbCr 4:1:1 to planar YCrCb 4:2:2. */
+ZUM_API ZumStatus zumiYCbCr411ToYCrCb422_8u_P3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* const pDst[3],
+                                                const int dstStep[3], ZumiSize roi);
+/** Planar YCbCr 4:2:0 to planar YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiYCbCr420ToYCbCr422_8u_P3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* const pDst[3],
+                                                const int dstStep[3], ZumiSize roi);
+/** Planar YCbCr 4:2:2 to planar YCbCr 4:1:1. */
+ZUM_API ZumStatus zumiYCbCr422ToYCbCr411_8u_P3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* const pDst[3],
+                                                const int dstStep[3], ZumiSize roi);
+/** Planar YCbCr 4:2:2 to planar YCbCr 4:2:0. */
+ZUM_API ZumStatus zumiYCbCr422ToYCbCr420_8u_P3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* const pDst[3],
+                                                const int dstStep[3], ZumiSize roi);
+/** Planar YCrCb 4:2:0 to planar YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiYCrCb420ToYCbCr422_8u_P3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* const pDst[3],
+                                                const int dstStep[3], ZumiSize roi);
+/** Planar YCbCr 4:1:1 to semi-planar YCbCr 4:2:0. */
+ZUM_API ZumStatus zumiYCbCr411ToYCbCr420_8u_P3P2R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDstY,
+                                                  int dstYStep, Zum8u* pDstCbCr, int dstCbCrStep, ZumiSize roi);
+/** Planar YCbCr 4:1:1 to semi-planar YCbCr 4:1:1. */
+ZUM_API ZumStatus zumiYCbCr411_8u_P3P2R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDstY, int dstYStep,
+                                        Zum8u* pDstCbCr, int dstCbCrStep, ZumiSize roi);
+/** Planar YCbCr 4:2:0 to semi-planar YCbCr 4:1:1. */
+ZUM_API ZumStatus zumiYCbCr420ToYCbCr411_8u_P3P2R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDstY,
+                                                  int dstYStep, Zum8u* pDstCbCr, int dstCbCrStep, ZumiSize roi);
+/** Planar YCbCr 4:2:0 to semi-planar YCbCr 4:2:0. */
+ZUM_API ZumStatus zumiYCbCr420_8u_P3P2R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDstY, int dstYStep,
+                                        Zum8u* pDstCbCr, int dstCbCrStep, ZumiSize roi);
+/** Planar YCbCr 4:2:2 to semi-planar YCbCr 4:1:1. */
+ZUM_API ZumStatus zumiYCbCr422ToYCbCr411_8u_P3P2R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDstY,
+                                                  int dstYStep, Zum8u* pDstCbCr, int dstCbCrStep, ZumiSize roi);
+/** Planar YCbCr 4:2:2 to semi-planar YCbCr 4:2:0. */
+ZUM_API ZumStatus zumiYCbCr422ToYCbCr420_8u_P3P2R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDstY,
+                                                  int dstYStep, Zum8u* pDstCbCr, int dstCbCrStep, ZumiSize roi);
+/** Planar YCrCb 4:2:0 to semi-planar YCbCr 4:1:1. */
+ZUM_API ZumStatus zumiYCrCb420ToYCbCr411_8u_P3P2R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDstY,
+                                                  int dstYStep, Zum8u* pDstCbCr, int dstCbCrStep, ZumiSize roi);
+/** Planar YCrCb 4:2:0 to semi-planar YCbCr 4:2:0. */
+ZUM_API ZumStatus zumiYCrCb420ToYCbCr420_8u_P3P2R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDstY,
+                                                  int dstYStep, Zum8u* pDstCbCr, int dstCbCrStep, ZumiSize roi);
+/** Semi-planar YCbCr 4:1:1 to planar YCbCr 4:2:0. */
+ZUM_API ZumStatus zumiYCbCr411ToYCbCr420_8u_P2P3R(const Zum8u* pSrcY, int srcYStep, const Zum8u* pSrcCbCr,
+                                                  int srcCbCrStep, Zum8u* const pDst[3], const int dstStep[3],
+                                                  ZumiSize roi);
+/** Semi-planar YCbCr 4:1:1 to planar YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiYCbCr411ToYCbCr422_8u_P2P3R(const Zum8u* pSrcY, int srcYStep, const Zum8u* pSrcCbCr,
+                                                  int srcCbCrStep, Zum8u* const pDst[3], const int dstStep[3],
+                                                  ZumiSize roi);
+/** Semi-planar YCbCr 4:1:1 to planar YCrCb 4:2:0. */
+ZUM_API ZumStatus zumiYCbCr411ToYCrCb420_8u_P2P3R(const Zum8u* pSrcY, int srcYStep, const Zum8u* pSrcCbCr,
+                                                  int srcCbCrStep, Zum8u* const pDst[3], const int dstStep[3],
+                                                  ZumiSize roi);
+/** Semi-planar YCbCr 4:1:1 to planar YCbCr 4:1:1. */
+ZUM_API ZumStatus zumiYCbCr411_8u_P2P3R(const Zum8u* pSrcY, int srcYStep, const Zum8u* pSrcCbCr, int srcCbCrStep,
+                                        Zum8u* const pDst[3], const int dstStep[3], ZumiSize roi);
+/** Semi-planar YCbCr 4:2:0 to planar YCbCr 4:1:1. */
+ZUM_API ZumStatus zumiYCbCr420ToYCbCr411_8u_P2P3R(const Zum8u* pSrcY, int srcYStep, const Zum8u* pSrcCbCr,
+                                                  int srcCbCrStep, Zum8u* const pDst[3], const int dstStep[3],
+                                                  ZumiSize roi);
+/** Semi-planar YCbCr 4:2:0 to planar YCbCr 4:2:2. */
+ZUM_API ZumStatus zumiYCbCr420ToYCbCr422_8u_P2P3R(const Zum8u* pSrcY, int srcYStep, const Zum8u* pSrcCbCr,
+                                                  int srcCbCrStep, Zum8u* const pDst[3], const int dstStep[3],
+                                                  ZumiSize roi);
+/** Semi-planar YCbCr 4:2:0 to planar YCrCb 4:2:0. The planes come out in the order Y, Cb, Cr, in spite of the name. */
+ZUM_API ZumStatus zumiYCbCr420ToYCrCb420_8u_P2P3R(const Zum8u* pSrcY, int srcYStep, const Zum8u* pSrcCbCr,
+                                                  int srcCbCrStep, Zum8u* const pDst[3], const int dstStep[3],
+                                                  ZumiSize roi);
+/** Semi-planar YCbCr 4:2:0 to planar YCbCr 4:2:0. */
+ZUM_API ZumStatus zumiYCbCr420_8u_P2P3R(const Zum8u* pSrcY, int srcYStep, const Zum8u* pSrcCbCr, int srcCbCrStep,
+                                        Zum8u* const pDst[3], const int dstStep[3], ZumiSize roi);
 
 /** @} */
 

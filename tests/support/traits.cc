@@ -11,6 +11,10 @@ bool noGroupsOfFour(ZumiSize size) { return size.width % 4 != 0; }
 
 void checkPlanesFirst(Traits& t) { t.checks = {Check::kPointers, Check::kPlanes, Check::kSize}; }
 
+// Conversions among the layouts of YCbCr, with that sampling on at least one side.
+#define ZUM_YCBCR "@(YCbCr|YCrCb|CbYCr)"
+#define ZUM_YCBCR_LAYOUTS(sampling) "zumi?(" ZUM_YCBCR "4[12]?To)" ZUM_YCBCR sampling "?(To" ZUM_YCBCR "4[12]?)_8u_*"
+
 struct Rule {
   const char* functions;  // a shell pattern
   void (*apply)(Traits&);
@@ -98,6 +102,17 @@ const Rule kRules[] = {
        t.minimum = t.multiple = {4, 4};
      }},
     {"zumiYCbCr420To411_*", [](Traits& t) { t.minimum.height = t.multiple.height = 2; }},
+
+    {ZUM_YCBCR_LAYOUTS("4[12]?"),
+     [](Traits& t) {
+       t.checks = {Check::kPointers, Check::kPlanes, Check::kSize};
+       t.minimum = {2, 0};
+       t.halfWidthRoundsUp = false;
+     }},
+    {ZUM_YCBCR_LAYOUTS("411"), [](Traits& t) { t.minimum.width = 4; }},
+    {ZUM_YCBCR_LAYOUTS("420"), [](Traits& t) { t.minimum.height = 2; }},
+    {"zumi@(YCbCr422_8u_C2P3R|YCrCb422ToYCbCr422_8u_C2P3R|YCbCr422_8u_P3C2R|CbYCr422ToYCbCr422_8u_C2R)",
+     [](Traits& t) { t.minimum.height = 1; }},
 
     {"zumi@(Sum|Mean)_32f_*",
      [](Traits& t) {
