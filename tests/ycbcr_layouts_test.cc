@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <regex>
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -47,16 +47,37 @@ struct Conversion {
   Side from, to;
 };
 
+// One model or two, and one layout or two.
+bool parse(const std::string& function, Side& from, Side& to) {
+  char model[2][6], layout[2][3];
+  int sampling[2], end = 0;
+  const char* const name = function.c_str();
+  const auto matches = [&](int fields, int expected) {
+    return fields == expected && end == static_cast<int>(function.size());
+  };
+  const bool isWhole = matches(std::sscanf(name, "zumi%5[YCbr]%3dTo%5[YCbr]%3d_8u_%2[CP23]%2[CP23]R%n", model[0],
+                                           &sampling[0], model[1], &sampling[1], layout[0], layout[1], &end),
+                               6);
+  const bool hasOneLayout =
+      !isWhole && matches(std::sscanf(name, "zumi%5[YCbr]%3dTo%5[YCbr]%3d_8u_%2[CP23]R%n", model[0], &sampling[0],
+                                      model[1], &sampling[1], layout[0], &end),
+                          5);
+  const bool hasOneModel = !isWhole && !hasOneLayout &&
+                           matches(std::sscanf(name, "zumi%5[YCbr]%3d_8u_%2[CP23]%2[CP23]R%n", model[0], &sampling[0],
+                                               layout[0], layout[1], &end),
+                                   4);
+  if (!isWhole && !hasOneLayout && !hasOneModel) return false;
+  from = {model[0], sampling[0], layout[0], 0};
+  to = hasOneModel ? from : Side{model[1], sampling[1], layout[0], 0};
+  if (!hasOneLayout) to.layout = layout[1];
+  return true;
+}
+
 std::vector<Conversion> conversions() {
-  const std::string model = "(YCbCr|YCrCb|CbYCr)(4..)";
-  const std::regex name("zumi" + model + "(?:To" + model + ")?_8u_([CP]2|P3)([CP][23])?R");
   std::vector<Conversion> result;
   for (const Function& function : functions()) {
-    std::smatch m;
-    if (!std::regex_match(function.name, m, name)) continue;
-    Side from{m[1], std::stoi(m[2]), m[5], 0}, to = from;
-    if (m[3].matched) to = {m[3], std::stoi(m[4]), m[5], 0};
-    if (m[6].matched) to.layout = m[6];
+    Side from, to;
+    if (!parse(function.name, from, to)) continue;
     to.firstPlane = from.layout[1] - (from.layout[0] == 'C' ? '1' : '0');
     // The one name that is not kept to.
     if (function.name == "zumiYCbCr420ToYCrCb420_8u_P2P3R") to.model = "YCbCr";
