@@ -28,6 +28,18 @@ Pixels<T> samples16(T* base, int step) {
   return {base, wholeSamples(step)};
 }
 
+// One image of signed samples, seen as their distances from the lowest: see the layout FromLowest.
+inline Pixels<Zum16u> fromLowest(Zum16s* base, int step) { return samples16(reinterpret_cast<Zum16u*>(base), step); }
+inline Pixels<const Zum16u> fromLowest(const Zum16s* base, int step) {
+  return samples16(reinterpret_cast<const Zum16u*>(base), step);
+}
+
+// One image of single-precision samples whose steps are counted in samples.
+template <class T>
+Pixels<T> samples32(T* base, int step) {
+  return {base, step & ~3};
+}
+
 // An array of n planes, with one step for all or an array of steps.
 template <class T, std::size_t n, class Step>
 struct Planes {

@@ -1,6 +1,6 @@
 // Single-precision arithmetic on integer samples. A vector of samples has as many parts as vectors of floats are needed
-// for it: four for bytes, two for 16-bit samples. A part takes four samples of every 128-bit block, so that samples
-// widen and narrow without leaving their block.
+// for it: four for bytes, two for 16-bit samples, one for floats. A part takes four samples of every 128-bit block, so
+// that samples widen and narrow without leaving their block.
 //
 // The order of operations is part of every result. What looks like a step that could be saved changes a rounding.
 #if defined(ZUM_FRAME_FLOAT_INL_H) == defined(HWY_TARGET_TOGGLE)
@@ -97,14 +97,22 @@ HWY_INLINE VF32 partToFloat(VU8 samples) {
   return partToFloat<part % 2>(hn::BitCast(Tag<std::uint16_t>(), wide));
 }
 
+// Floats are their own only part.
+template <std::size_t part>
+HWY_INLINE VF32 partToFloat(VF32 samples) {
+  return samples;
+}
+
 // What a form's `lanes` gives for each part of its terms.
 template <class Form, class T, class Terms>
 HWY_INLINE auto inParts(const Terms& terms) {
   if constexpr (kParts<T> == 4) {
     return std::array{Form::template lanes<0>(terms), Form::template lanes<1>(terms), Form::template lanes<2>(terms),
                       Form::template lanes<3>(terms)};
-  } else {
+  } else if constexpr (kParts<T> == 2) {
     return std::array{Form::template lanes<0>(terms), Form::template lanes<1>(terms)};
+  } else {
+    return std::array{Form::template lanes<0>(terms)};
   }
 }
 
@@ -134,6 +142,10 @@ HWY_INLINE VU8 join(const std::array<Part, 4>& parts, VI32 Part::*member) {
 template <class Range, class Part>
 HWY_INLINE VU16 join(const std::array<Part, 2>& parts, VI32 Part::*member) {
   return Range::join(parts[0].*member, parts[1].*member);
+}
+template <class Range, class Part>
+HWY_INLINE VF32 join(const std::array<Part, 1>& parts, VF32 Part::*member) {
+  return parts[0].*member;
 }
 
 }  // namespace HWY_NAMESPACE

@@ -314,6 +314,21 @@ struct Planes3 : Planar<T, 3, kLanes<T>> {
   }
 };
 
+// ---- One plane
+
+template <class T>
+struct Plane1 : Interleaved<T, 1, kLanes<T>> {
+  template <class Access = Whole>
+  static HWY_INLINE Vec<T> load(const T* row, Access access = {}) {
+    return access.load(Tag<T>(), row);
+  }
+
+  template <class Access = Whole>
+  static HWY_INLINE void store(Vec<T> v, T* row, Access access = {}) {
+    access.store(v, Tag<T>(), row);
+  }
+};
+
 // ---- Shared chroma, 8-bit
 //
 // Chroma stands in 16-bit lanes, lane i for the pixels 2 i and 2 i + 1.
@@ -550,8 +565,8 @@ struct PackedA4 : Interleaved<std::uint8_t, 4, kLanes<std::uint32_t>> {
 // ---- Three of four interleaved channels
 //
 // Four vectors of pixels become a vector of each channel. A block of bytes holds four pixels, one of 16-bit samples
-// two: grouped by channel, either is four 32-bit lanes, a channel each, which transpose with those of the other
-// vectors. The pixels of a block of the result come from the same block of the four vectors.
+// two, one of floats one: grouped by channel, each is four 32-bit lanes, a channel each, which transpose with those of
+// the other vectors. The pixels of a block of the result come from the same block of the four vectors.
 
 // The fourth channel is not loaded, and stays as it is in memory.
 template <class T>
@@ -589,12 +604,18 @@ struct ThreeOf4 : Interleaved<T, 4, kLanes<T>> {
 
  private:
   using VU64 = Vec<std::uint64_t>;
-  static constexpr std::uint64_t kFourth = sizeof(T) == 1 ? 0xFF000000FF000000 : 0xFFFF000000000000;
 
   struct Bytes {
     alignas(16) std::uint8_t at[16];
   };
   static constexpr std::size_t kBlockPixels = 4 / sizeof(T);
+
+  // The places of the fourth channel.
+  static constexpr Bytes fourthPlaces() {
+    Bytes mask{};
+    for (std::size_t b = 0; b < 16; ++b) mask.at[b] = b / sizeof(T) % 4 == 3 ? 0xFF : 0;
+    return mask;
+  }
 
   // From pixels to lanes of a channel, or back.
   static constexpr Bytes grouping(bool back) {
@@ -624,24 +645,17 @@ struct ThreeOf4 : Interleaved<T, 4, kLanes<T>> {
 
   template <class Access>
   static HWY_INLINE void merge(VU64 v, T* row, std::size_t i, Access access) {
-    static constexpr Bytes kUngroup = grouping(true);
+    static constexpr Bytes kUngroup = grouping(true), kFourth = fourthPlaces();
     const Tag<std::uint8_t> d;
     const Tag<T> to;
     const VU8 pixels = hn::TableLookupBytes(hn::BitCast(d, v), hn::LoadDup128(d, kUngroup.at));
-    const Vec<T> fourth = hn::And(access.samples(4).load(to, row, i * kLanes<T>), hn::BitCast(to, all(kFourth)));
+    const Vec<T> fourth =
+        hn::And(access.samples(4).load(to, row, i * kLanes<T>), hn::BitCast(to, hn::LoadDup128(d, kFourth.at)));
     access.samples(4).store(hn::Or(hn::BitCast(to, pixels), fourth), to, row, i * kLanes<T>);
   }
 };
 
 // ---- Other bytes, vectors of pixels in memory order
-
-// One plane, as a destination.
-struct Plane1 : Interleaved<std::uint8_t, 1, kLanes<std::uint8_t>> {
-  template <class Access = Whole>
-  static HWY_INLINE void store(VU8 v, std::uint8_t* row, Access access = {}) {
-    access.store(v, Tag<std::uint8_t>(), row);
-  }
-};
 
 // Chroma in 16-bit lanes, Cb and Cr in turn, the pair i for the pixels 4 i to 4 i + 3.
 struct Luma411 {
@@ -949,6 +963,23 @@ struct Reversed : Layout {
     v.c0 = third;
     return v;
   }
+};
+
+// Signed 16-bit samples as their distance from the lowest, which an unsigned sample holds: their rows come as such.
+template <class Layout>
+struct FromLowest : Layout {
+  template <class Row, class Access = Whole>
+  static HWY_INLINE auto load(const Row& row, Access access = {}) {
+    return moved(Layout::load(row, access));
+  }
+  template <class V, class Row, class Access = Whole>
+  static HWY_INLINE void store(const V& v, const Row& row, Access access = {}) {
+    Layout::store(moved(v), row, access);
+  }
+
+ private:
+  static HWY_INLINE VU16 moved(VU16 v) { return v ^ all<std::uint16_t>(0x8000); }
+  static HWY_INLINE Channels<VU16> moved(const Channels<VU16>& v) { return {moved(v.c0), moved(v.c1), moved(v.c2)}; }
 };
 
 // Blue in the lowest bits.

@@ -244,7 +244,7 @@ void encode420(RowPair<const T> src, RowPair420<Zum8u> dst, int width) {
 
 template <class Src, class T>
 void encodeLuma(const T* src, Zum8u* dst, int width) {
-  columns<Src, ExactLuma, Plane1>(src, dst, 0, width);
+  columns<Src, ExactLuma, Plane1<Zum8u>>(src, dst, 0, width);
 }
 
 // Blocks of 32, exact groups of four, and the luma of the pixels behind them.
@@ -253,7 +253,7 @@ void encode411(const T* src, P3Target dst, int width) {
   const int blocks = width & ~31, groups = width & ~3;
   columns<Src, OnBlocks<TruncatedTerms>::Groups, Planes411>(src, dst, 0, blocks);
   columns<Src, OnBlocks<ExactSums>::Groups, Planes411>(src, dst, blocks, groups);
-  columns<Src, ExactLuma, Plane1>(src, dst[0], groups, width);
+  columns<Src, ExactLuma, Plane1<Zum8u>>(src, dst[0], groups, width);
 }
 
 // Blocks of 32 and one of 16, then exact groups of four.
