@@ -43,10 +43,10 @@ struct ToBgra {
 
 // ---- 4:4:4 and 4:2:2
 
-void ownYCbCrToBGR_8u_P3C3R(P3Row src, Zum8u* dst, int width) {
+void ownYCbCrToBGR_8u_P3C3R(const P3Row& src, Zum8u* dst, int width) {
   ToBgr().columns<P3, OnHalves<Rounded16>>(src, dst, 0, width);
 }
-void ownYCbCrToBGR_8u_P3C4R(P3Row src, Zum8u* dst, int width, Zum8u alpha) {
+void ownYCbCrToBGR_8u_P3C4R(const P3Row& src, Zum8u* dst, int width, Zum8u alpha) {
   ToBgra{alpha}.columns<P3, OnHalves<Rounded16>>(src, dst, 0, width);
 }
 
@@ -84,15 +84,15 @@ HWY_INLINE void decode411(const P3Row& src, Zum8u* dst, int width, To to) {
   for (int x = blocks; x < width; ++x) to.setPixel(dst, x, Last::rgb(src[0][x], src[1][x / 4], src[2][x / 4]));
 }
 
-void innerYCbCr411ToBGR_8u_P3C3R(P3Row src, Zum8u* dst, int width) { decode411(src, dst, width, ToBgr()); }
-void innerYCbCr411ToBGR_8u_P3C4R(P3Row src, Zum8u* dst, int width, Zum8u alpha) {
+void innerYCbCr411ToBGR_8u_P3C3R(const P3Row& src, Zum8u* dst, int width) { decode411(src, dst, width, ToBgr()); }
+void innerYCbCr411ToBGR_8u_P3C4R(const P3Row& src, Zum8u* dst, int width, Zum8u alpha) {
   decode411(src, dst, width, ToBgra{alpha});
 }
 
 // ---- 4:2:0
 
 // Blocks of 4 pairs, then single pairs.
-void innerYCbCr420ToBGR_8u_P3C3R(RowPair420<const Zum8u> src, RowPair<Zum8u> dst, int pairs) {
+void innerYCbCr420ToBGR_8u_P3C3R(const RowPair420<const Zum8u>& src, RowPair<Zum8u> dst, int pairs) {
   const int blocks = pairs & ~3;
   columns<Planes420, OnPairs<Truncated8>, RowPairOf<Bgr>>(src, dst, 0, 2 * blocks);
   for (int x = 2 * blocks; x < 2 * pairs; ++x) {
@@ -102,7 +102,7 @@ void innerYCbCr420ToBGR_8u_P3C3R(RowPair420<const Zum8u> src, RowPair<Zum8u> dst
   }
 }
 
-void ownYUV420ToBGR_8u_P3C3R(RowPair420<const Zum8u> src, RowPair<Zum8u> dst, int pairs) {
+void ownYUV420ToBGR_8u_P3C3R(const RowPair420<const Zum8u>& src, RowPair<Zum8u> dst, int pairs) {
   using Form = YuvTerms<9339, -4760, -3228, Green::kAdded, 16646, 0, 1>;
   columns<Planes420, OnPairs<Form>, RowPairOf<Bgr>>(src, dst, 0, 2 * pairs);
 }
@@ -181,7 +181,8 @@ struct InterpolatedExact {
 using InterpolatedPixel = CentredPixel<16 * 4769, 16 * 6537, 16 * -1605, 16 * -3330, 16 * 8263>;
 
 // Blocks of 8 pairs that have a next pair each, then pairs; the last one has no next pair.
-void innerYCrCb420ToBGR_Filter_8u_P3C4R(RowPair420<const Zum8u> src, RowPair<Zum8u> dst, int pairs, Zum8u alpha) {
+void innerYCrCb420ToBGR_Filter_8u_P3C4R(const RowPair420<const Zum8u>& src, RowPair<Zum8u> dst, int pairs,
+                                        Zum8u alpha) {
   if (pairs == 0) return;
   const ToBgra to{alpha};
   const int last = pairs - 1, blocks = last & ~7;

@@ -233,7 +233,7 @@ HWY_INLINE void squares(const RowPair<const T>& src, const RowPair420<Zum8u>& ds
 enum class OddColumn { kLeft, kLuma };
 
 template <class Src, OddColumn odd, class T>
-void encode420(RowPair<const T> src, RowPair420<Zum8u> dst, int width) {
+void encode420(RowPair<const T> src, const RowPair420<Zum8u>& dst, int width) {
   squares<Src, OnBlocks<TruncatedTerms>::Squares, OnBlocks<ExactSums>::Squares>(src, dst, width);
   if (odd == OddColumn::kLuma && width % 2) {
     const int x = width - 1;
@@ -249,7 +249,7 @@ void encodeLuma(const T* src, Zum8u* dst, int width) {
 
 // Blocks of 32, exact groups of four, and the luma of the pixels behind them.
 template <class Src, class T>
-void encode411(const T* src, P3Target dst, int width) {
+void encode411(const T* src, const P3Target& dst, int width) {
   const int blocks = width & ~31, groups = width & ~3;
   columns<Src, OnBlocks<TruncatedTerms>::Groups, Planes411>(src, dst, 0, blocks);
   columns<Src, OnBlocks<ExactSums>::Groups, Planes411>(src, dst, blocks, groups);
@@ -257,22 +257,22 @@ void encode411(const T* src, P3Target dst, int width) {
 }
 
 // Blocks of 32 and one of 16, then exact groups of four.
-void encodeBgr411(const Zum8u* src, P3Target dst, int width) {
+void encodeBgr411(const Zum8u* src, const P3Target& dst, int width) {
   const int blocks = width & ~15;
   columns<Bgr, OnBlocks<RoundedTermsOfSums>::Groups, Planes411>(src, dst, 0, blocks);
   columns<Bgr, OnBlocks<ExactSums>::Groups, Planes411>(src, dst, blocks, width & ~3);
 }
 
 // Groups of four by one form.
-void encodeBgr565To411(const Zum16u* src, P3Target dst, int width) {
+void encodeBgr565To411(const Zum16u* src, const P3Target& dst, int width) {
   columns<Packed565, OnBlocks<TruncatedTerms>::Groups, Planes411>(src, dst, 0, width & ~3);
 }
 
 // ---- The kernels of each source
 
 template <class Src, OddColumn odd, class T>
-constexpr Encoders<T> encoders(void (*to411)(const T*, P3Target, int)) {
-  return {encode422<Src, Packed422<ChromaOrder::CbCr>, T, Zum8u*>, encode422<Src, Planes422, T, P3Target>,
+constexpr Encoders<T> encoders(void (*to411)(const T*, const P3Target&, int)) {
+  return {encode422<Src, Packed422<ChromaOrder::CbCr>, T, Zum8u*>, encode422<Src, Planes422, T, const P3Target&>,
           encode420<Src, odd, T>, to411, encodeLuma<Src, T>};
 }
 
@@ -281,10 +281,10 @@ Encoders<Zum8u> bgra() { return encoders<Bgra, OddColumn::kLeft>(encode411<Bgra,
 Encoders<Zum16u> bgr565() { return encoders<Packed565, OddColumn::kLuma>(encodeBgr565To411); }
 Encoders<Zum16u> bgr555() { return encoders<Packed555, OddColumn::kLuma>(encode411<Packed555, Zum16u>); }
 
-void bgr565ToYuv420(RowPair<const Zum16u> src, RowPair420<Zum8u> dst, int width) {
+void bgr565ToYuv420(RowPair<const Zum16u> src, const RowPair420<Zum8u>& dst, int width) {
   squares<Packed565, YuvTruncatedTerms, YuvExactSums>(src, dst, width);
 }
-void bgr555ToYuv420(RowPair<const Zum16u> src, RowPair420<Zum8u> dst, int width) {
+void bgr555ToYuv420(RowPair<const Zum16u> src, const RowPair420<Zum8u>& dst, int width) {
   squares<Packed555, YuvTruncatedTerms, YuvExactSums>(src, dst, width);
 }
 
@@ -323,7 +323,7 @@ ZumStatus encodeGroups(Kernel* kernel, const Pixels<T>& src, const Dst& dst, Zum
 
 // Row pairs, whose kernel deals with an odd column itself. The kernel for a last odd row is null if it is left alone.
 template <class T, class Dst>
-ZumStatus encodeRowPairs(void (*kernel)(RowPair<const T>, RowPair420<Zum8u>, int),
+ZumStatus encodeRowPairs(void (*kernel)(RowPair<const T>, const RowPair420<Zum8u>&, int),
                          void (*lastRow)(const T*, Zum8u*, int), const Pixels<const T>& src, const Dst& dst,
                          ZumiSize roi) {
   if (const ZumStatus status = checkPlanesFirst(src, dst, roi, {2, 2})) return status;

@@ -9,9 +9,9 @@ namespace zum {
 template <class T>
 struct Encoders {
   void (*packed422)(const T* src, Zum8u* dst, int width);
-  void (*planes422)(const T* src, PlaneRow<Zum8u, 3> dst, int width);
-  void (*planes420)(RowPair<const T> src, RowPair420<Zum8u> dst, int width);
-  void (*planes411)(const T* src, PlaneRow<Zum8u, 3> dst, int width);
+  void (*planes422)(const T* src, const PlaneRow<Zum8u, 3>& dst, int width);
+  void (*planes420)(RowPair<const T> src, const RowPair420<Zum8u>& dst, int width);
+  void (*planes411)(const T* src, const PlaneRow<Zum8u, 3>& dst, int width);
   void (*luma)(const T* src, Zum8u* dst, int width);
 };
 
