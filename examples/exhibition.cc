@@ -119,12 +119,17 @@ void Exhibition::hang(const std::string& caption, Picture picture) {
                        std::move(picture)});
 }
 
+void Exhibition::hangReturned(const std::string& caption, Picture result) {
+  const double psnr = difference(photo_, result, 1).psnr;
+  hang(caption, std::move(result));
+  rooms_.back().hung.back().caption += std::isinf(psnr) ? ": equal" : ": " + decimals(psnr, 2) + " dB";
+}
+
 void Exhibition::hangResult(Picture result) {
   Difference change = difference(photo_, result, kAmplification);
   Room& room = rooms_.back();
   room.psnr = std::isinf(change.psnr) ? "equal" : decimals(change.psnr, 2);
-  hang("And back", std::move(result));
-  room.hung.back().caption += std::isinf(change.psnr) ? ": equal" : ": " + room.psnr + " dB";
+  hangReturned("And back", std::move(result));
   hang("Difference", std::move(change.picture));
   room.hung.back().caption +=
       " times " + std::to_string(kAmplification) + "; largest " + std::to_string(change.largest);
@@ -194,11 +199,11 @@ void Exhibition::writePage() const {
 }
 
 void Exhibition::printTable() const {
-  std::printf("%-16s  %-32s  %10s  %8s\n", "conversion", "function", "Mpixel/s", "PSNR dB");
+  std::printf("%-17s  %-40s  %10s  %8s\n", "conversion", "function", "Mpixel/s", "PSNR dB");
   for (const Room& room : rooms_) {
     for (const Measured& measured : room.measured) {
       const bool first = &measured == &room.measured.front(), last = &measured == &room.measured.back();
-      std::printf("%-16s  %-32s  %10.1f  %8s\n", first ? room.section.title : "", measured.function.c_str(),
+      std::printf("%-17s  %-40s  %10.1f  %8s\n", first ? room.section.title : "", measured.function.c_str(),
                   measured.speed, last ? room.psnr.c_str() : "");
     }
   }

@@ -33,7 +33,9 @@ class Exhibition {
   void convert(const char* function, const std::function<ZumStatus()>& call);
   // Hangs a picture as it is.
   void hang(const std::string& caption, Picture picture);
-  // Hangs the photograph as it came back, and its difference from the original; notes the PSNR of the round trip.
+  // Hangs the photograph as it came back on some way; the caption tells the PSNR.
+  void hangReturned(const std::string& caption, Picture result);
+  // The same for the one way of a section, with the difference from the original; the table tells the PSNR.
   void hangResult(Picture result);
 
  private:
