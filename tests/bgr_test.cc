@@ -9,21 +9,22 @@
 #include <random>
 #include <vector>
 
+#include "support/plain.h"
 #include "zumcc.h"
 
 namespace {
 
+using zumtest::clamp;
+using zumtest::down;
+using zumtest::high;
+using zumtest::rounded15;
 using Bytes = std::vector<Zum8u>;
 using Colour = std::array<int, 3>;  // R, G, B or Y, Cb, Cr
 using Image = std::array<Bytes, 3>;
 
 constexpr Zum8u kUntouched = 9, kAlpha = 200;
 
-int clamp(int v) { return std::clamp(v, 0, 255); }
-int down(long v, int bits) { return static_cast<int>(v >= 0 ? v >> bits : -((-v + (1L << bits) - 1) >> bits)); }
-int high(int c, int x) { return down(static_cast<long>(c) * x, 16); }
-int rounded15(int c, int x) { return down(static_cast<long>(c) * x + (1 << 14), 15); }
-long dot(const Colour& w, const Colour& p) { return 1L * w[0] * p[0] + 1L * w[1] * p[1] + 1L * w[2] * p[2]; }
+int64_t dot(const Colour& w, const Colour& p) { return 1LL * w[0] * p[0] + 1LL * w[1] * p[1] + 1LL * w[2] * p[2]; }
 int terms(const Colour& w, int scale, const Colour& p) {
   return high(w[0], scale * p[0]) + high(w[1], scale * p[1]) + high(w[2], scale * p[2]);
 }
@@ -87,10 +88,11 @@ Coded codeYuvTruncated(const Block& b) {
 Coded codeYuvExact(const Block& b) {
   const Colour w{19595, 38470, 7471};
   const auto difference = [&](int sample) {
-    return down((static_cast<long>(sample) << 16) - dot(w, b.sum) + 131071, 16);
+    return down((static_cast<int64_t>(sample) << 16) - dot(w, b.sum) + 131071, 16);
   };
   return {each(b, [&](const Colour& p) { return down(dot(w, p) + 32768, 16); }),
-          (down(32244L * difference(b.sum[2]), 18) + 128) & 255, clamp(down(57475L * difference(b.sum[0]), 18) + 128)};
+          (down(32244LL * difference(b.sum[2]), 18) + 128) & 255,
+          clamp(down(57475LL * difference(b.sum[0]), 18) + 128)};
 }
 
 enum Source { kBgr, kBgra, k565, k555 };
@@ -275,7 +277,7 @@ constexpr auto interpolated8 = truncatedTerms<4769, 6537, 3330, 1605, 8263, 0, 3
 
 template <int y, int red, int greenCr, int greenCb, int blue, int rounding, int bits>
 Colour exactly(const Colour& p) {
-  const long w = static_cast<long>(y) * (p[0] - 16) + rounding, u = p[1] - 128, v = p[2] - 128;
+  const int64_t w = static_cast<int64_t>(y) * (p[0] - 16) + rounding, u = p[1] - 128, v = p[2] - 128;
   return {down(w + red * v, bits), down(w - greenCr * v - greenCb * u, bits), down(w + blue * u, bits)};
 }
 constexpr auto lastOf411 = exactly<76294, 104595, 53281, 25625, 132186, 0, 16>;
@@ -283,9 +285,9 @@ constexpr auto fineRounded = exactly<76284, 104595, 53281, 25690, 132186, 32768,
 constexpr auto interpolated12 = exactly<4769, 6537, 3330, 1605, 8263, 0, 12>;
 
 Colour folded(const Colour& p) {
-  const long w = 76284L * p[0];
-  return {down(w + 104595L * p[2] - 14608761, 16), down(w - 53281L * p[2] - 25690L * p[1] + 8887730, 16),
-          down(w + 132186L * p[1] - 18140365, 16)};
+  const int64_t w = 76284LL * p[0];
+  return {down(w + 104595LL * p[2] - 14608761, 16), down(w - 53281LL * p[2] - 25690LL * p[1] + 8887730, 16),
+          down(w + 132186LL * p[1] - 18140365, 16)};
 }
 Colour yuvTerms(const Colour& p) {
   const int y = 2 * p[0], u = 16 * (p[1] - 128), v = 16 * (p[2] - 128);

@@ -8,17 +8,18 @@
 #include <vector>
 
 #include "support/instruction_sets.h"
+#include "support/plain.h"
 #include "zumcc.h"
 
 namespace {
 
+using zumtest::clamp;
+using zumtest::down;
+using zumtest::high;
 using Bytes = std::vector<Zum8u>;
 using Colour = std::array<int, 3>;
 
-int clamp(int v) { return v < 0 ? 0 : v > 255 ? 255 : v; }
-int down(long v, int bits) { return static_cast<int>(std::floor(std::ldexp(static_cast<double>(v), -bits))); }
-int high(int c, int x) { return down(static_cast<long>(c) * x, 16); }
-long dot(const Colour& p, int r, int g, int b) { return static_cast<long>(r) * p[0] + g * p[1] + b * p[2]; }
+int64_t dot(const Colour& p, int r, int g, int b) { return static_cast<int64_t>(r) * p[0] + g * p[1] + b * p[2]; }
 Colour operator+(const Colour& a, const Colour& b) { return {a[0] + b[0], a[1] + b[1], a[2] + b[2]}; }
 
 Zum8u low(int v) { return static_cast<Zum8u>(v & 255); }
@@ -145,9 +146,9 @@ Colour decoded(int y, int cb, int cr, bool inBlock) {
     return {clamp(down(t + high(128 * v, 13074), 4)), clamp(down(t + high(128 * v, -6660) + high(128 * u, -3211), 4)),
             clamp(down(t + high(128 * u, 16523), 4))};
   }
-  const long w = 76282L * y - 1187744;
-  return {clamp(down(w + 104593L * v, 16)), clamp(down(w - 25689L * u - 53279L * v, 16)),
-          clamp(down(w + 132184L * u, 16))};
+  const int64_t w = 76282LL * y - 1187744;
+  return {clamp(down(w + 104593LL * v, 16)), clamp(down(w - 25689LL * u - 53279LL * v, 16)),
+          clamp(down(w + 132184LL * u, 16))};
 }
 
 // red and blue are the places of these channels in a pixel of `channels` bytes, the fourth of which is alpha.

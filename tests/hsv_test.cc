@@ -1,7 +1,6 @@
 // HSV against the formulas in single steps of scalar arithmetic: every 8-bit colour, and 16-bit colours of all kinds,
 // in block columns and in the columns behind them.
 #include <gtest/gtest.h>
-#include <immintrin.h>
 
 #include <algorithm>
 #include <array>
@@ -12,22 +11,19 @@
 #include <vector>
 
 #include "support/instruction_sets.h"
+#include "support/plain.h"
 #include "zumcc.h"
 
 namespace {
 
+using zumtest::nearest;
+using zumtest::ofBits;
+using zumtest::reciprocalEstimate;
+using zumtest::truncated;
 using Colour = std::array<int, 3>;
 
-float ofBits(uint32_t bits) {
-  float value;
-  std::memcpy(&value, &bits, sizeof(value));
-  return value;
-}
-int truncated(float x) { return _mm_cvttss_si32(_mm_set_ss(x)); }
-int nearest(float x) { return _mm_cvtss_si32(_mm_set_ss(x)); }
-float estimate(float x) { return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(x))); }
 float refined(float x) {
-  const float r = estimate(x), twice = r + r, square = x * r * r;
+  const float r = reciprocalEstimate(x), twice = r + r, square = x * r * r;
   return twice - square;
 }
 
@@ -49,7 +45,7 @@ Colour toHsv(const Colour& rgb, bool tail) {
   const int value = *std::max_element(rgb.begin(), rgb.end()),
             range = value - *std::min_element(rgb.begin(), rgb.end());
   if (range == 0) return {0, 0, value};
-  const auto reciprocal = kIsByte<T> ? estimate : refined;
+  const auto reciprocal = kIsByte<T> ? reciprocalEstimate : refined;
   const float c = reciprocal(range), saturation = reciprocal(value) * range * kTop<T>;
   const float r = (value - rgb[0]) * c, g = (value - rgb[1]) * c, b = (value - rgb[2]) * c;
 

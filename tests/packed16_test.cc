@@ -10,19 +10,18 @@
 #include <vector>
 
 #include "support/instruction_sets.h"
+#include "support/plain.h"
 #include "zumcc.h"
 
 namespace {
 
+using zumtest::clamp;
+using zumtest::down;
+using zumtest::high;
 using Bytes = std::vector<Zum8u>;
 using Words = std::vector<Zum16u>;
 using Colour = std::array<int, 3>;
 using Form = Colour (*)(const Colour&);
-
-int clamp(int v) { return v < 0 ? 0 : v > 255 ? 255 : v; }
-// Division by a power of two that rounds down.
-int down(long v, int bits) { return static_cast<int>(v >= 0 ? v >> bits : -((-v + (1L << bits) - 1) >> bits)); }
-int high(long c, int x) { return down(c * x, 16); }
 
 // ---- From Y, Cb, Cr to R, G, B
 
@@ -35,20 +34,21 @@ Colour truncated(const Colour& p) { return over16(high(9535, 128 * (p[0] - 16)),
 Colour rounded(const Colour& p) { return over16(high(9535, 128 * (p[0] - 16)) + 8, p, 13074, 3211, 6660, 16523); }
 Colour yuvTruncated(const Colour& p) { return over16(16 * p[0], p, 9338, 3227, 4759, 16646); }
 
-Colour over65536(long w, int u, int v, int red, int greenCb, int greenCr, int blue) {
-  return {clamp(down(w + long{red} * v, 16)), clamp(down(w - long{greenCb} * u - long{greenCr} * v, 16)),
-          clamp(down(w + long{blue} * u, 16))};
+Colour over65536(int64_t w, int u, int v, int red, int greenCb, int greenCr, int blue) {
+  return {clamp(down(w + int64_t{red} * v, 16)), clamp(down(w - int64_t{greenCb} * u - int64_t{greenCr} * v, 16)),
+          clamp(down(w + int64_t{blue} * u, 16))};
 }
 Colour centred(const Colour& p) {
-  return over65536(76284L * p[0] - 1220544, p[1] - 128, p[2] - 128, 104595, 25690, 53281, 132186);
+  return over65536(76284LL * p[0] - 1220544, p[1] - 128, p[2] - 128, 104595, 25690, 53281, 132186);
 }
 Colour yuvCentred(const Colour& p) {
-  return over65536(65536L * p[0], p[1] - 128, p[2] - 128, 74711, 25821, 38076, 133169);
+  return over65536(65536LL * p[0], p[1] - 128, p[2] - 128, 74711, 25821, 38076, 133169);
 }
 Colour folded(const Colour& p) {
-  const long w = 76284L * p[0];
-  return {clamp(down(w + 104595L * p[2] - 14608761, 16)), clamp(down(w - 53281L * p[2] - 25690L * p[1] + 8887730, 16)),
-          clamp(down(w + 132186L * p[1] - 18140365, 16))};
+  const int64_t w = 76284LL * p[0];
+  return {clamp(down(w + 104595LL * p[2] - 14608761, 16)),
+          clamp(down(w - 53281LL * p[2] - 25690LL * p[1] + 8887730, 16)),
+          clamp(down(w + 132186LL * p[1] - 18140365, 16))};
 }
 
 // ---- From R, G, B to bits

@@ -9,19 +9,17 @@
 #include <vector>
 
 #include "support/instruction_sets.h"
+#include "support/plain.h"
 #include "zumcc.h"
 
 namespace {
 
+using zumtest::clamp;
+using zumtest::down;
+using zumtest::high;
+using zumtest::rounded15;
 using Bytes = std::vector<Zum8u>;
 using Colour = std::array<int, 3>;
-
-int clamp(int v) { return v < 0 ? 0 : v > 255 ? 255 : v; }
-
-// Division by a power of two that rounds down, and the products that keep a part of their bits.
-int down(long v, int bits) { return static_cast<int>(v >= 0 ? v >> bits : -((-v + (1L << bits) - 1) >> bits)); }
-int rounded15(int c, int x) { return down(static_cast<long>(c) * x + (1 << 14), 15); }
-int high(int c, int x) { return down(static_cast<long>(c) * x, 16); }
 
 // ---- The forms. Forward ones take the sum of n pixels (1, 2 or 4) and give the chroma of their mean.
 
@@ -48,10 +46,12 @@ Colour roundedSum(const Colour& p) {
 int truncatedLuma(const Colour& p) {
   return down(high(16843, 256 * p[0]) + high(33030, 256 * p[1]) + high(6423, 256 * p[2]), 8) + 16;
 }
-int exactLuma(const Colour& p, int offset) { return down(16843L * p[0] + 33030L * p[1] + 6423L * p[2] + offset, 16); }
+int exactLuma(const Colour& p, int offset) {
+  return down(16843LL * p[0] + 33030LL * p[1] + 6423LL * p[2] + offset, 16);
+}
 Colour exactChroma(const Colour& sum, int offset, int bits) {
-  return {0, down(-9699L * sum[0] - 19071L * sum[1] + 28770L * sum[2] + offset, bits) & 255,
-          down(28770L * sum[0] - 24117L * sum[1] - 4653L * sum[2] + offset, bits) & 255};
+  return {0, down(-9699LL * sum[0] - 19071LL * sum[1] + 28770LL * sum[2] + offset, bits) & 255,
+          down(28770LL * sum[0] - 24117LL * sum[1] - 4653LL * sum[2] + offset, bits) & 255};
 }
 Colour exact(const Colour& p) {
   Colour result = exactChroma(p, 8421376, 16);
@@ -75,17 +75,18 @@ Colour truncated8(const Colour& p) {
           clamp(down(t + high(8261, u), 3))};
 }
 Colour fine(const Colour& p) {
-  const long w = 76284L * p[0] - 1220544, u = p[1] - 128, v = p[2] - 128;
+  const int64_t w = 76284LL * p[0] - 1220544, u = p[1] - 128, v = p[2] - 128;
   return {clamp(down(w + 104595 * v, 16)), clamp(down(w - 25690 * u - 53281 * v, 16)), clamp(down(w + 132186 * u, 16))};
 }
 Colour finePlanar(const Colour& p) {
-  const long w = 76282L * p[0] - 1220512, u = p[1] - 128, v = p[2] - 128;
+  const int64_t w = 76282LL * p[0] - 1220512, u = p[1] - 128, v = p[2] - 128;
   return {clamp(down(w + 104593 * v, 16)), clamp(down(w - 25689 * u - 53279 * v, 16)), clamp(down(w + 132184 * u, 16))};
 }
 Colour folded(const Colour& p) {
-  const long w = 76284L * p[0];
-  return {clamp(down(w + 104595L * p[2] - 14608761, 16)), clamp(down(w - 53281L * p[2] - 25690L * p[1] + 8887730, 16)),
-          clamp(down(w + 132186L * p[1] - 18140365, 16))};
+  const int64_t w = 76284LL * p[0];
+  return {clamp(down(w + 104595LL * p[2] - 14608761, 16)),
+          clamp(down(w - 53281LL * p[2] - 25690LL * p[1] + 8887730, 16)),
+          clamp(down(w + 132186LL * p[1] - 18140365, 16))};
 }
 
 // ---- 4:4:4: colours all over the cube, in a block and behind it

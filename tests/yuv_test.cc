@@ -9,18 +9,16 @@
 #include <string>
 #include <vector>
 
+#include "support/plain.h"
 #include "zumcc.h"
 
 namespace {
 
+using zumtest::clamp;
+using zumtest::down;
+using zumtest::high;
+using zumtest::rounded15;
 using Colour = std::array<int, 3>;
-
-int clamp(int v) { return std::clamp(v, 0, 255); }
-
-// Division by a power of two that rounds down, and the products that keep a part of their bits.
-int down(long v, int bits) { return static_cast<int>(v >= 0 ? v >> bits : -((-v + (1L << bits) - 1) >> bits)); }
-int rounded15(int c, int x) { return down(static_cast<long>(c) * x + (1 << 14), 15); }
-int high(int c, int x) { return down(static_cast<long>(c) * x, 16); }
 
 // ---- RGB to YUV: forms of the n pixels, 1, 2 or 4, that share chroma. Nothing is saturated unless it can leave a
 // byte.
@@ -85,7 +83,7 @@ Coded roundedLuma(const Colour* p, int n) {
 }
 Coded exact14(const Colour* p, int n) {
   Coded result{};
-  long luma = 0, red = 0, blue = 0;
+  int64_t luma = 0, red = 0, blue = 0;
   for (int i = 0; i < n; ++i) {
     const int l = 4899 * p[i][0] + 9617 * p[i][1] + 1868 * p[i][2];
     result.y[i] = l / 16384;
@@ -98,9 +96,9 @@ Coded exact14(const Colour* p, int n) {
   return result;
 }
 // Luma exact at 2^bits times the sample, chroma from the differences to it, what is added to them, and its factors.
-Coded differences(const Colour& p, int bits, const Colour& luma, int uRounding, int vRounding, long u, long v) {
-  const long l = static_cast<long>(luma[0]) * p[0] + static_cast<long>(luma[1]) * p[1] + luma[2] * p[2];
-  const long scale = 1L << bits;
+Coded differences(const Colour& p, int bits, const Colour& luma, int uRounding, int vRounding, int64_t u, int64_t v) {
+  const int64_t l = static_cast<int64_t>(luma[0]) * p[0] + static_cast<int64_t>(luma[1]) * p[1] + luma[2] * p[2];
+  const int64_t scale = 1LL << bits;
   return {{down(l, bits)},
           down(u * down(scale * p[2] - l + uRounding, bits), bits) + 128,
           clamp(down(v * down(scale * p[0] - l + vRounding, bits), bits) + 128)};
@@ -112,7 +110,7 @@ Coded unevenlyRounded15(const Colour* p, int) {
 Coded truncated15(const Colour* p, int) { return differences(*p, 15, {9798, 19235, 3736}, 0, 0, 16121, 28737); }
 Coded exactSums(const Colour* p, int) {
   const int r = p[0][0], g = p[0][1], b = p[0][2];
-  return {{down(19595L * r + 38469L * g + 7471L * b, 16)},
+  return {{down(19595LL * r + 38469LL * g + 7471LL * b, 16)},
           down(-4816 * r - 9469 * g + 14286 * b, 15) + 128,
           clamp(down(20152 * r - 16875 * g - 3276 * b, 15) + 128)};
 }
@@ -142,8 +140,10 @@ Colour rounded16(const Colour& p) {
 }
 template <int kBits, int kRed, int kGreenU, int kGreenV, int kBlueBits, int kBlue, int kRounding = 0>
 Colour exact(const Colour& p) {
-  const long u = p[1] - 128, v = p[2] - 128;
-  const auto sum = [&](long terms, int bits) { return clamp(down((long{p[0]} << bits) + terms + kRounding, bits)); };
+  const int64_t u = p[1] - 128, v = p[2] - 128;
+  const auto sum = [&](int64_t terms, int bits) {
+    return clamp(down((int64_t{p[0]} << bits) + terms + kRounding, bits));
+  };
   return {sum(kRed * v, kBits), sum(-kGreenU * u - kGreenV * v, kBits), sum(kBlue * u, kBlueBits)};
 }
 constexpr Decode fine = exact<16, 74711, 25821, 38076, 16, 133169>;

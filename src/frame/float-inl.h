@@ -11,7 +11,9 @@
 #endif
 
 #include <array>
+#include <limits>
 
+#include "frame/reciprocal.h"
 #include "frame/vectors-inl.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -20,11 +22,8 @@ namespace HWY_NAMESPACE {
 
 // ---- Single operations
 
-#if !HWY_ARCH_X86
-#error "The reciprocal estimate and the conversions to integers are those of the x86 instructions."
-#endif
-
-// The processor's reciprocal estimate: rcpps. The 512-bit estimate is another one, with other results.
+// The reciprocal estimate of x86 processors: rcpps. The 512-bit estimate is another one, with other results. Elsewhere
+// x must be normal and have a normal reciprocal.
 HWY_INLINE VF32 reciprocalEstimate(VF32 x) {
 #if HWY_TARGET <= HWY_AVX3
   const __m256 lower = _mm256_rcp_ps(_mm512_castps512_ps256(x.raw));
@@ -32,8 +31,14 @@ HWY_INLINE VF32 reciprocalEstimate(VF32 x) {
   return VF32{_mm512_insertf32x8(_mm512_castps256_ps512(lower), upper, 1)};
 #elif HWY_TARGET == HWY_AVX2
   return VF32{_mm256_rcp_ps(x.raw)};
-#else
+#elif HWY_ARCH_X86
   return VF32{_mm_rcp_ps(x.raw)};
+#else
+  alignas(HWY_MAX_BYTES) std::uint32_t lanes[kLanes<float>];
+  const Tag<std::uint32_t> d;
+  hn::Store(hn::BitCast(d, x), d, lanes);
+  for (std::uint32_t& lane : lanes) lane = reciprocalBits(lane);
+  return hn::BitCast(Tag<float>(), hn::Load(d, lanes));
 #endif
 }
 
@@ -49,8 +54,12 @@ HWY_INLINE VI32 truncated(VF32 x) {
   return VI32{_mm512_cvttps_epi32(x.raw)};
 #elif HWY_TARGET == HWY_AVX2
   return VI32{_mm256_cvttps_epi32(x.raw)};
-#else
+#elif HWY_ARCH_X86
   return VI32{_mm_cvttps_epi32(x.raw)};
+#else
+  const Tag<std::int32_t> d;
+  const auto inRange = hn::RebindMask(d, x < all(0x1p31f));  // which no NaN is
+  return hn::IfThenElse(inRange, hn::ConvertTo(d, x), all(std::numeric_limits<std::int32_t>::min()));
 #endif
 }
 
@@ -60,8 +69,10 @@ HWY_INLINE VI32 nearest(VF32 x) {
   return VI32{_mm512_cvtps_epi32(x.raw)};
 #elif HWY_TARGET == HWY_AVX2
   return VI32{_mm256_cvtps_epi32(x.raw)};
-#else
+#elif HWY_ARCH_X86
   return VI32{_mm_cvtps_epi32(x.raw)};
+#else
+  return truncated(VF32{vrndiq_f32(x.raw)});
 #endif
 }
 
