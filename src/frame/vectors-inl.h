@@ -258,7 +258,7 @@ struct ByteTable {
   alignas(64) std::uint8_t at[256];
 };
 
-#if HWY_TARGET > HWY_AVX3_DL
+#if HWY_ARCH_X86 && HWY_TARGET > HWY_AVX3_DL
 // The table for shuffles that give an entry of 16 by the low bits of an index, or nothing if the index is negative.
 // Each row of 16, of the lower and of the upper half, is what turns the entries of the row before into its own.
 constexpr ByteTable differences(const ByteTable& table) {
@@ -273,14 +273,25 @@ constexpr ByteTable differences(const ByteTable& table) {
 // The entry of a table for each byte.
 template <const ByteTable& table>
 HWY_INLINE VU8 lookUp(VU8 v) {
-  const Tag<std::uint8_t> d;
 #if HWY_TARGET <= HWY_AVX3_DL
+  const Tag<std::uint8_t> d;
   const VU8 t0 = hn::Load(d, table.at), t1 = hn::Load(d, table.at + 64), t2 = hn::Load(d, table.at + 128),
             t3 = hn::Load(d, table.at + 192);
   return VU8{_mm512_mask_blend_epi8(_mm512_movepi8_mask(v.raw), _mm512_permutex2var_epi8(t0.raw, v.raw, t1.raw),
                                     _mm512_permutex2var_epi8(t2.raw, v.raw, t3.raw))};
+#elif HWY_ARCH_ARM
+  // Quarters of the table; an index beyond a quarter leaves what is there.
+  const VU8 quarter = all<std::uint8_t>(64);
+  uint8x16_t result = vqtbl4q_u8(vld1q_u8_x4(table.at), v.raw);
+  v = v - quarter;
+  result = vqtbx4q_u8(result, vld1q_u8_x4(table.at + 64), v.raw);
+  v = v - quarter;
+  result = vqtbx4q_u8(result, vld1q_u8_x4(table.at + 128), v.raw);
+  v = v - quarter;
+  return VU8{vqtbx4q_u8(result, vld1q_u8_x4(table.at + 192), v.raw)};
 #else
   static constexpr ByteTable kDifferences = differences(table);
+  const Tag<std::uint8_t> d;
   const Tag<std::int8_t> signedTag;
   const auto row = all<std::int8_t>(16);
   auto lower = hn::BitCast(signedTag, v), upper = lower ^ all<std::int8_t>(-128);
