@@ -74,6 +74,10 @@ const Format kGray32f{4, {{1}}, interleavedChannel};
 const Format kC3{1, {{3}}, interleavedChannel};
 const Format kC4{1, {{4}}, interleavedChannel};
 const Format kC3x16{2, {{3}}, interleavedChannel};
+const Format kC4x16{2, {{4}}, interleavedChannel};
+const Format kC3x32f{4, {{3}}, interleavedChannel};
+const Format kC4x32f{4, {{4}}, interleavedChannel};
+const Format kGray16{2, {{1}}, interleavedChannel};
 const Format kPacked422{1, {{2}}, packed422Channel};
 const Format kChromaFirst422{1, {{2}}, chromaFirstChannel};
 const Format kP444{1, {{1}, {1}, {1}}, planeChannel};
@@ -196,6 +200,10 @@ std::vector<float> samplesOf(const Image& image) {
     std::memcpy(&wide, image.data() + at, format.sampleBytes == 2 ? 2 : 1);
     if (format.sampleBytes == 1) {
       samples.push_back(image.data()[at] / 255.0f);
+    } else if (format.sampleBytes == 4) {
+      float real;
+      std::memcpy(&real, image.data() + at, sizeof real);
+      samples.push_back(real);
     } else if (!format.packs16()) {
       samples.push_back(wide / 65535.0f);
     } else {
@@ -785,11 +793,53 @@ std::vector<Comparison> comparisons() {
       {OURS(zumiYCbCr411ToYCbCr422_8u_P3R), &kP411, &kP422, {SWSCALE(YUV411P, YUV422P)}},
       {OURS(zumiYCbCr411ToYCbCr422_8u_P3C2R), &kP411, &kPacked422, {SWSCALE(YUV411P, YUYV422)}},
 
+      {OURS(zumiRGBToGray_8u_C3C1R),
+       &kC3,
+       &kGray8,
+       {OPENCV(RGB2GRAY), LIBYUV(RAWToJ400), similar(SWSCALE(RGB24, GRAY8))}},
+      {OURS(zumiRGBToGray_8u_AC4C1R),
+       &kC4,
+       &kGray8,
+       {OPENCV(RGBA2GRAY), LIBYUV(ABGRToJ400), similar(SWSCALE(RGBA, GRAY8))}},
+      {OURS(zumiRGBToGray_16u_C3C1R), &kC3x16, &kGray16, {OPENCV(RGB2GRAY)}},
+      {OURS(zumiRGBToGray_16u_AC4C1R), &kC4x16, &kGray16, {OPENCV(RGBA2GRAY)}},
+      {OURS(zumiRGBToGray_32f_C3C1R), &kC3x32f, &kGray32f, {OPENCV(RGB2GRAY)}},
+      {OURS(zumiRGBToGray_32f_AC4C1R), &kC4x32f, &kGray32f, {OPENCV(RGBA2GRAY)}},
+
       // OpenCV's hue circle has 256 steps here, ours 255.
       {OURS(zumiRGBToHSV_8u_C3R), &kC3, &kC3, {OPENCV(RGB2HSV_FULL)}},
       {OURS(zumiRGBToHSV_8u_AC4R), &kC4, &kC4, {similar(OPENCV(RGB2HSV_FULL), kC4, kC3)}},
       {OURS(zumiHSVToRGB_8u_C3R), &kC3, &kC3, {OPENCV(HSV2RGB_FULL)}},
       {OURS(zumiHSVToRGB_8u_AC4R), &kC4, &kC4, {similar(OPENCV(HSV2RGB_FULL), kC3, kC4)}},
+
+      {OURS(zumiRGBToYCC_8u_C3R), &kC3, &kC3, {similar(OPENCV(RGB2YCrCb))}},
+      {OURS(zumiRGBToYCC_8u_AC4R), &kC4, &kC4, {similar(OPENCV(RGB2YCrCb), kC4, kC3)}},
+      {OURS(zumiRGBToYCC_16u_C3R), &kC3x16, &kC3x16, {similar(OPENCV(RGB2YCrCb))}},
+      {OURS(zumiRGBToYCC_16u_AC4R), &kC4x16, &kC4x16, {similar(OPENCV(RGB2YCrCb), kC4x16, kC3x16)}},
+      {OURS(zumiRGBToYCC_32f_C3R), &kC3x32f, &kC3x32f, {similar(OPENCV(RGB2YCrCb))}},
+      {OURS(zumiRGBToYCC_32f_AC4R), &kC4x32f, &kC4x32f, {similar(OPENCV(RGB2YCrCb), kC4x32f, kC3x32f)}},
+
+      {OURS(zumiYCCToRGB_8u_C3R), &kC3, &kC3, {similar(OPENCV(YCrCb2RGB))}},
+      {OURS(zumiYCCToRGB_8u_AC4R), &kC4, &kC4, {similar(OPENCV(YCrCb2RGB), kC3, kC4)}},
+      {OURS(zumiYCCToRGB_16u_C3R), &kC3x16, &kC3x16, {similar(OPENCV(YCrCb2RGB))}},
+      {OURS(zumiYCCToRGB_16u_AC4R), &kC4x16, &kC4x16, {similar(OPENCV(YCrCb2RGB), kC3x16, kC4x16)}},
+      {OURS(zumiYCCToRGB_32f_C3R), &kC3x32f, &kC3x32f, {similar(OPENCV(YCrCb2RGB))}},
+      {OURS(zumiYCCToRGB_32f_AC4R), &kC4x32f, &kC4x32f, {similar(OPENCV(YCrCb2RGB), kC3x32f, kC4x32f)}},
+
+      {OURS(zumiRGBToXYZ_8u_C3R), &kC3, &kC3, {OPENCV(RGB2XYZ)}},
+      {OURS(zumiRGBToXYZ_8u_AC4R), &kC4, &kC4, {similar(OPENCV(RGB2XYZ), kC4, kC3)}},
+      {OURS(zumiRGBToXYZ_16u_C3R), &kC3x16, &kC3x16, {OPENCV(RGB2XYZ)}},
+      {OURS(zumiRGBToXYZ_16u_AC4R), &kC4x16, &kC4x16, {similar(OPENCV(RGB2XYZ), kC4x16, kC3x16)}},
+      {OURS(zumiRGBToXYZ_32f_C3R), &kC3x32f, &kC3x32f, {OPENCV(RGB2XYZ)}},
+      {OURS(zumiRGBToXYZ_32f_AC4R), &kC4x32f, &kC4x32f, {similar(OPENCV(RGB2XYZ), kC4x32f, kC3x32f)}},
+
+      // OpenCV does not limit floats.
+      {OURS(zumiXYZToRGB_8u_C3R), &kC3, &kC3, {OPENCV(XYZ2RGB)}},
+      {OURS(zumiXYZToRGB_8u_AC4R), &kC4, &kC4, {similar(OPENCV(XYZ2RGB), kC3, kC4)}},
+      {OURS(zumiXYZToRGB_16u_C3R), &kC3x16, &kC3x16, {OPENCV(XYZ2RGB)}},
+      {OURS(zumiXYZToRGB_16u_AC4R), &kC4x16, &kC4x16, {similar(OPENCV(XYZ2RGB), kC3x16, kC4x16)}},
+      {OURS(zumiXYZToRGB_32f_C3R), &kC3x32f, &kC3x32f, {similar(OPENCV(XYZ2RGB))}},
+      {OURS(zumiXYZToRGB_32f_AC4R), &kC4x32f, &kC4x32f, {similar(OPENCV(XYZ2RGB), kC3x32f, kC4x32f)}},
 
       {OURS(zumiCFAToRGB_8u_C1C3R),
        &kMosaic8,

@@ -880,6 +880,66 @@ ZUM_API ZumStatus zumiCbYCr422ToBGR_8u_C2C4R(const Zum8u* pSrc, int srcStep, Zum
 
 /** @} */
 
+/** @defgroup gray Gray
+ *  The weighted sum of three interleaved channels, which may be in any order: the weights are those of channel 0, 1 and
+ *  2. Either 0.299, 0.587, 0.114, for luma from RGB, or the caller's three, of any sign and size; a null pointer to
+ * them means the default. The fourth channel of AC4 images is not read.
+ *
+ *  At 8u the weights are rounded to multiples of 1/4096, modulo 16. In block columns each of the three terms is
+ *  truncated to a sixteenth, and the result is limited to 0..255, but 0 for sums of 2048 and more; in the columns
+ * behind them the exact sum is truncated to its low 8 bits. So white is 254 in the ones and 255 in the others. Block
+ * columns are the width rounded down to 4 (C3) or 8 (AC4).
+ *
+ *  Wider samples are summed in single precision. At 16u the truncated sum is stored modulo 65536, 0 if it is no 32-bit
+ *  number. At 16s samples stand for their distance from -32768; in block columns, the width rounded down to 4, the
+ *  result is limited, in those behind them it is stored modulo 65536. At 32f the sum is stored as it is.
+ *
+ *  Minimum size 1 by 1; steps are not checked; 16-bit and 32f steps are counted in samples, rounded down; one thread.
+ *  @{ */
+
+/** RGB to gray, 8-bit. */
+ZUM_API ZumStatus zumiRGBToGray_8u_C3C1R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** RGB to gray, 8-bit, from four channels. */
+ZUM_API ZumStatus zumiRGBToGray_8u_AC4C1R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** RGB to gray, 16-bit. */
+ZUM_API ZumStatus zumiRGBToGray_16u_C3C1R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** RGB to gray, 16-bit, from four channels. */
+ZUM_API ZumStatus zumiRGBToGray_16u_AC4C1R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** RGB to gray, signed 16-bit. */
+ZUM_API ZumStatus zumiRGBToGray_16s_C3C1R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi);
+/** RGB to gray, signed 16-bit, from four channels. */
+ZUM_API ZumStatus zumiRGBToGray_16s_AC4C1R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi);
+/** RGB to gray, single precision. */
+ZUM_API ZumStatus zumiRGBToGray_32f_C3C1R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
+/** RGB to gray, single precision, from four channels. */
+ZUM_API ZumStatus zumiRGBToGray_32f_AC4C1R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
+/** Three channels to gray by the weights pWeights, 8-bit. */
+ZUM_API ZumStatus zumiColorToGray_8u_C3C1R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                           const Zum32f* pWeights);
+/** Three channels to gray by the weights pWeights, 8-bit, from four channels. */
+ZUM_API ZumStatus zumiColorToGray_8u_AC4C1R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                            const Zum32f* pWeights);
+/** Three channels to gray by the weights pWeights, 16-bit. */
+ZUM_API ZumStatus zumiColorToGray_16u_C3C1R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi,
+                                            const Zum32f* pWeights);
+/** Three channels to gray by the weights pWeights, 16-bit, from four channels. */
+ZUM_API ZumStatus zumiColorToGray_16u_AC4C1R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi,
+                                             const Zum32f* pWeights);
+/** Three channels to gray by the weights pWeights, signed 16-bit. */
+ZUM_API ZumStatus zumiColorToGray_16s_C3C1R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi,
+                                            const Zum32f* pWeights);
+/** Three channels to gray by the weights pWeights, signed 16-bit, from four channels. */
+ZUM_API ZumStatus zumiColorToGray_16s_AC4C1R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi,
+                                             const Zum32f* pWeights);
+/** Three channels to gray by the weights pWeights, single precision. */
+ZUM_API ZumStatus zumiColorToGray_32f_C3C1R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi,
+                                            const Zum32f* pWeights);
+/** Three channels to gray by the weights pWeights, single precision, from four channels. */
+ZUM_API ZumStatus zumiColorToGray_32f_AC4C1R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi,
+                                             const Zum32f* pWeights);
+
+/** @} */
+
 /** @defgroup hsv HSV
  *  RGB to and from hue, saturation, value: the hexcone model with the hue circle in 255 (8u) or 65535 (16u) units, so
  * that the largest hue is the same as hue 0, and saturation and value over the full range. Computed in single
@@ -909,6 +969,107 @@ ZUM_API ZumStatus zumiHSVToRGB_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pD
 ZUM_API ZumStatus zumiHSVToRGB_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
 /** HSV to RGB, 16-bit, alpha left as it is in the destination. */
 ZUM_API ZumStatus zumiHSVToRGB_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+
+/** @} */
+
+/** @defgroup ycc YCC
+ *  RGB to and from a luma-chroma model of photographs: Y is the luma 0.299 R + 0.587 G + 0.114 B over 1.402, which
+ *  leaves room for highlights above white; C1 is 0.43686 (B - luma) and C2 is 0.53192 (R - luma), with offsets of 156
+ *  and 137 at 8u, 257 times that at 16u and 1/255 of it at 32f. 16s samples stand for their distance from -32768.
+ *
+ *  Block columns are the width rounded down to 8 (8u C3) or 4 (8u AC4 and 16-bit). At 8u terms are truncated at 16 bits
+ *  in block columns and sums, but for green, at 32 bits in those behind them; they can differ by 1. Wider samples are
+ *  converted in single precision. 16-bit results are truncated in block columns; behind them they have 0.49999 added
+ *  first, except from YCC at 16s. Integers and the RGB of 32f are limited to their range.
+ *
+ *  Minimum size 1 by 1; steps are not checked; 16-bit and 32f steps are counted in samples, rounded down. The fourth
+ *  channel of AC4 images is neither read nor written. From 4097 pixels on the rows are divided among
+ *  threads_omp_of_n_zum threads.
+ *  @{ */
+
+/** RGB to YCC. */
+ZUM_API ZumStatus zumiRGBToYCC_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** RGB to YCC, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiRGBToYCC_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** RGB to YCC, 16-bit. */
+ZUM_API ZumStatus zumiRGBToYCC_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** RGB to YCC, 16-bit, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiRGBToYCC_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** RGB to YCC, signed 16-bit. */
+ZUM_API ZumStatus zumiRGBToYCC_16s_C3R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi);
+/** RGB to YCC, signed 16-bit, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiRGBToYCC_16s_AC4R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi);
+/** RGB to YCC, single precision. */
+ZUM_API ZumStatus zumiRGBToYCC_32f_C3R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
+/** RGB to YCC, single precision, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiRGBToYCC_32f_AC4R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
+/** YCC to RGB. */
+ZUM_API ZumStatus zumiYCCToRGB_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** YCC to RGB, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiYCCToRGB_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** YCC to RGB, 16-bit. */
+ZUM_API ZumStatus zumiYCCToRGB_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** YCC to RGB, 16-bit, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiYCCToRGB_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** YCC to RGB, signed 16-bit. */
+ZUM_API ZumStatus zumiYCCToRGB_16s_C3R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi);
+/** YCC to RGB, signed 16-bit, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiYCCToRGB_16s_AC4R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi);
+/** YCC to RGB, single precision. */
+ZUM_API ZumStatus zumiYCCToRGB_32f_C3R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
+/** YCC to RGB, single precision, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiYCCToRGB_32f_AC4R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
+
+/** @} */
+
+/** @defgroup xyz XYZ
+ *  RGB to and from CIE XYZ, by the matrices of linear RGB with the primaries of ITU-R BT.709 and the white point D65.
+ * No transfer curve is applied: samples are taken as linear. XYZ is in the units of RGB, so that the Y of white is full
+ *  scale; white's Z, 1.09 times that, is limited.
+ *
+ *  At 8u the sums are exact and truncated, of factors at 32768 times (RGB to XYZ) or 8192 times (XYZ to RGB) in block
+ *  columns and at 65536 times in those behind them: white is (242, 255, 255) in the ones and (242, 254, 255) in the
+ *  others. Block columns are the width rounded down to 8, with alpha to 4. Wider samples are converted in single
+ *  precision, the same way in all columns, 16-bit results truncated. 16s samples stand for their distance from -32768.
+ *  Results are limited to their range, except that at 32f X and Y are stored as they are.
+ *
+ *  Minimum size 1 by 1; steps are not checked; 16-bit and 32f steps are counted in samples, rounded down. The fourth
+ *  channel of AC4 images is neither read nor written. From 4097 pixels on the rows are divided among
+ *  threads_omp_of_n_zum threads.
+ *  @{ */
+
+/** RGB to XYZ. */
+ZUM_API ZumStatus zumiRGBToXYZ_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** RGB to XYZ, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiRGBToXYZ_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** RGB to XYZ, 16-bit. */
+ZUM_API ZumStatus zumiRGBToXYZ_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** RGB to XYZ, 16-bit, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiRGBToXYZ_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** RGB to XYZ, signed 16-bit. */
+ZUM_API ZumStatus zumiRGBToXYZ_16s_C3R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi);
+/** RGB to XYZ, signed 16-bit, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiRGBToXYZ_16s_AC4R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi);
+/** RGB to XYZ, single precision. */
+ZUM_API ZumStatus zumiRGBToXYZ_32f_C3R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
+/** RGB to XYZ, single precision, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiRGBToXYZ_32f_AC4R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
+/** XYZ to RGB. */
+ZUM_API ZumStatus zumiXYZToRGB_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** XYZ to RGB, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiXYZToRGB_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** XYZ to RGB, 16-bit. */
+ZUM_API ZumStatus zumiXYZToRGB_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** XYZ to RGB, 16-bit, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiXYZToRGB_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** XYZ to RGB, signed 16-bit. */
+ZUM_API ZumStatus zumiXYZToRGB_16s_C3R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi);
+/** XYZ to RGB, signed 16-bit, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiXYZToRGB_16s_AC4R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi);
+/** XYZ to RGB, single precision. */
+ZUM_API ZumStatus zumiXYZToRGB_32f_C3R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
+/** XYZ to RGB, single precision, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiXYZToRGB_32f_AC4R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
 
 /** @} */
 

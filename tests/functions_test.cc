@@ -91,6 +91,7 @@ struct Fault {
 std::vector<Fault> faultsOf(const Function& function, ZumiSize size) {
   std::vector<Fault> faults;
   for (size_t i = 0; i < function.kinds.size(); ++i) {
+    if (i == function.traits.optionalArgument) continue;
     const Kind kind = function.kinds[i];
     if (kind == Kind::kSource || kind == Kind::kDestination || kind == Kind::kSourcePlanes ||
         kind == Kind::kDestinationPlanes)

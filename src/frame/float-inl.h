@@ -159,6 +159,28 @@ HWY_INLINE VF32 join(const std::array<Part, 1>& parts, VF32 Part::*member) {
   return parts[0].*member;
 }
 
+// ---- Forms on floats
+
+// Limited to 0..1.
+HWY_INLINE VF32 unitLimited(VF32 x) { return hn::Min(hn::Max(x, hn::Zero(Tag<float>())), all(1.0f)); }
+
+// A form on floats applied to 16-bit samples, its results truncated and saturated.
+template <class Form>
+struct OnFloats {
+  static HWY_INLINE Channels<VU16> apply(const Channels<VU16>& in) {
+    const Channels<VI32> a = part<0>(in), b = part<1>(in);
+    return {packToWords(a.c0, b.c0), packToWords(a.c1, b.c1), packToWords(a.c2, b.c2)};
+  }
+
+ private:
+  template <std::size_t i>
+  static HWY_INLINE Channels<VI32> part(const Channels<VU16>& in) {
+    const Channels<VF32> out =
+        Form::apply(Channels<VF32>{partToFloat<i>(in.c0), partToFloat<i>(in.c1), partToFloat<i>(in.c2)});
+    return {truncated(out.c0), truncated(out.c1), truncated(out.c2)};
+  }
+};
+
 }  // namespace HWY_NAMESPACE
 }  // namespace zum
 HWY_AFTER_NAMESPACE();

@@ -655,6 +655,29 @@ struct ThreeOf4 : Interleaved<T, 4, kLanes<T>> {
   }
 };
 
+// One plane, for vectors whose pixels stand as ThreeOf4 loads them.
+template <class T>
+struct PlaneOfThreeOf4 : Plane1<T> {
+  template <class Access = Whole>
+  static HWY_INLINE void store(Vec<T> v, T* row, Access access = {}) {
+    static constexpr Order kOrder;
+    const Tag<std::uint32_t> d;
+    const VU32 groups = hn::BitCast(d, v);
+    Plane1<T>::store(hn::BitCast(Tag<T>(), hn::TableLookupLanes(groups, hn::SetTableIndices(d, kOrder.at))), row,
+                     access);
+  }
+
+ private:
+  // Group i of a block, the pixels of 32 bits, is of vector i, and its place there is that of the block.
+  struct Order {
+    static constexpr std::size_t kBlocks = HWY_MAX_BYTES / 16;
+    alignas(HWY_MAX_BYTES) std::uint32_t at[4 * kBlocks];
+    constexpr Order() : at() {
+      for (std::size_t i = 0; i < 4 * kBlocks; ++i) at[i] = static_cast<std::uint32_t>(i % kBlocks * 4 + i / kBlocks);
+    }
+  };
+};
+
 // ---- Other bytes, vectors of pixels in memory order
 
 // Chroma in 16-bit lanes, Cb and Cr in turn, the pair i for the pixels 4 i to 4 i + 3.
@@ -1034,6 +1057,13 @@ HWY_INLINE void columns(const SrcRow& src, const DstRow& dst, std::size_t begin,
     for (std::size_t x = begin; x < wholeEnd; x += kStride) store(form.apply(load(x)), x);
   }
   lastColumns<Src, Form, Dst>(src, dst, wholeEnd, end, form);
+}
+
+// Columns up to blockEnd by one form, those behind them, fewer than a vector has, by another.
+template <class Src, class Block, class Tail, class Dst, class SrcRow, class DstRow>
+HWY_INLINE void blockColumnsAndTail(const SrcRow& src, const DstRow& dst, std::size_t blockEnd, std::size_t width) {
+  columns<Src, Block, Dst>(src, dst, 0, blockEnd);
+  lastColumns<Src, Tail, Dst>(src, dst, blockEnd, width);
 }
 
 }  // namespace HWY_NAMESPACE

@@ -74,6 +74,7 @@ const Rule kRules[] = {
      [](Traits& t) {
        t.checks = {Check::kPointers, Check::kSize, Check::kSteps};
      }},
+    {"zumiColorToGray_*", [](Traits& t) { t.optionalArgument = 5; }},
     {"zumiRGBToCbYCr422*", [](Traits& t) { t.columnsBehind = [](int width) { return int{width % 4 == 2}; }; }},
     {"zumiRGBToCbYCr422Gamma_*", [](Traits& t) { t.checks.push_back(Check::kSteps); }},
 

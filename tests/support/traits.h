@@ -32,6 +32,7 @@ struct Traits {
   bool halfWidthRoundsUp = true;  // chroma of 4:2:2 and 4:1:1: is the plane wide enough for an odd last pixel?
   bool halfSizeRoundsUp = false;  // chroma of 4:2:0, both ways
   int (*columnsBehind)(int width) = [](int) { return 0; };  // pixels behind each row, read and written as if its own
+  size_t optionalArgument = ~size_t{0};                     // a pointer that may be null
   bool keepsAlpha = true;                                   // AC4 destinations
   int narrowest = 1;                                        // the width from which on all is regular
   std::vector<Variant> variants{{}};

@@ -1,0 +1,187 @@
+// RGB to and from CIE XYZ: linear RGB with the primaries of ITU-R BT.709 and the white point D65.
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "models/xyz.cc"
+#include "hwy/foreach_target.h"
+#include "hwy/highway.h"
+#include "models/exports.h"
+
+#include "frame/float-inl.h"
+#include "lumachroma/forms-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace zum {
+namespace HWY_NAMESPACE {
+
+// The factors of the three channels, a row for each result.
+template <class T>
+struct Matrix {
+  T row[3][3];
+};
+
+// ---- 8-bit
+
+// Exact sums at 2^kShift times the sample, truncated.
+template <const Matrix<int>& m, int kShift>
+struct FixedMatrix {
+  static HWY_INLINE Channels<VI32> lanes(const PixelPairs& in) { return {result<0>(in), result<1>(in), result<2>(in)}; }
+
+ private:
+  // Factors beyond 16 bits are multiplied as eight times one part plus another.
+  static constexpr int kFineBits = 3, kFineMask = (1 << kFineBits) - 1;
+  static constexpr bool isWide(int f) { return f < -0x8000 || f > 0x7FFF; }
+
+  template <int r>
+  static HWY_INLINE VI32 result(const PixelPairs& in) {
+    constexpr int f0 = m.row[r][0], f1 = m.row[r][1], f2 = m.row[r][2];
+    VI32 sum = hn::Zero(Tag<std::int32_t>());
+    if constexpr (isWide(f0) || isWide(f1) || isWide(f2)) {
+      const PixelPairs times8{hn::ShiftLeft<kFineBits>(in.c02), hn::ShiftLeft<kFineBits>(in.c01)};
+      sum = add(sum, times8, f0 >> kFineBits, f1 >> kFineBits, f2 >> kFineBits);
+      sum = add(sum, in, f0 & kFineMask, f1 & kFineMask, f2 & kFineMask);
+    } else {
+      sum = add(sum, in, f0, f1, f2);
+    }
+    return hn::ShiftRight<kShift>(sum);
+  }
+
+  static HWY_INLINE VI32 add(VI32 sum, const PixelPairs& in, int f0, int f1, int f2) {
+    return addDots(addDots(sum, in.c02, pairsOf(f0, f2)), in.c01, pairsOf(0, f1));
+  }
+};
+
+constexpr Matrix<int> kForwardBlock{{{13515, 11717, 5912}, {6969, 23434, 2365}, {634, 3906, 31137}}};
+constexpr Matrix<int> kForwardTail{{{27030, 23434, 11824}, {13937, 46868, 4729}, {1267, 7811, 62274}}};
+constexpr Matrix<int> kInverseBlock{{{26546, -12591, -4083}, {-7939, 15368, 340}, {456, -1671, 8661}}};
+constexpr Matrix<int> kInverseTail{{{212368, -100738, -32671}, {-63521, 122944, 2723}, {3646, -13372, 69291}}};
+
+using ForwardBlock = OnLanes<FixedMatrix<kForwardBlock, 15>>;
+using ForwardTail = OnLanes<FixedMatrix<kForwardTail, 16>>;
+using InverseBlock = OnLanes<FixedMatrix<kInverseBlock, 13>>;
+using InverseTail = OnLanes<FixedMatrix<kInverseTail, 16>>;
+
+// ---- Wider samples, in single precision
+
+template <const Matrix<float>& m>
+struct FloatMatrix {
+  static HWY_INLINE Channels<VF32> apply(const Channels<VF32>& in) {
+    return {result(in, m.row[0]), result(in, m.row[1]), result(in, m.row[2])};
+  }
+
+ private:
+  static HWY_INLINE VF32 result(const Channels<VF32>& in, const float (&factor)[3]) {
+    return (all(factor[0]) * in.c0 + all(factor[1]) * in.c1) + all(factor[2]) * in.c2;
+  }
+};
+
+constexpr Matrix<float> kForward{
+    {{0.412453f, 0.35758f, 0.180423f}, {0.212671f, 0.71516f, 0.072169f}, {0.019334f, 0.119193f, 0.950227f}}};
+constexpr Matrix<float> kInverse{
+    {{3.240479f, -1.53715f, -0.498535f}, {-0.969256f, 1.875991f, 0.041556f}, {0.055648f, -0.204043f, 1.057311f}}};
+
+using Forward = FloatMatrix<kForward>;
+using Inverse = FloatMatrix<kInverse>;
+
+// Of floats only Z is limited: the Z of white is above 1, as no X or Y is.
+struct ForwardLimited {
+  static HWY_INLINE Channels<VF32> apply(const Channels<VF32>& rgb) {
+    const Channels<VF32> xyz = Forward::apply(rgb);
+    return {xyz.c0, xyz.c1, unitLimited(xyz.c2)};
+  }
+};
+struct InverseLimited {
+  static HWY_INLINE Channels<VF32> apply(const Channels<VF32>& xyz) {
+    const Channels<VF32> rgb = Inverse::apply(xyz);
+    return {unitLimited(rgb.c0), unitLimited(rgb.c1), unitLimited(rgb.c2)};
+  }
+};
+
+// ---- Row kernels
+
+// Blocks of 8 pixels, of 4 with alpha, by one form, what remains by another.
+template <class Block, class Tail>
+HWY_INLINE void rowC3(const Zum8u* src, Zum8u* dst, int width) {
+  using C3 = Packed3<Zum8u>;
+  blockColumnsAndTail<C3, Block, Tail, C3>(src, dst, width & ~7, width);
+}
+template <class Block, class Tail>
+HWY_INLINE void rowAC4(const Zum8u* src, Zum8u* dst, int width) {
+  blockColumnsAndTail<PackedA4, Block, Tail, PackedA4>(src, dst, width & ~3, width);
+}
+
+template <class Layout, class Form>
+HWY_INLINE void row16u(const Zum16u* src, Zum16u* dst, int width) {
+  columns<Layout, OnFloats<Form>, Layout>(src, dst, 0, width);
+}
+template <class Layout, class Form>
+HWY_INLINE void row16s(const Zum16u* src, Zum16u* dst, int width) {
+  row16u<FromLowest<Layout>, Form>(src, dst, width);
+}
+template <class Layout, class Form>
+HWY_INLINE void row32f(const Zum32f* src, Zum32f* dst, int width) {
+  columns<Layout, Form, Layout>(src, dst, 0, width);
+}
+
+using C3x16 = Packed3<Zum16u>;
+using AC4x16 = ThreeOf4<Zum16u>;
+using C3x32 = Packed3<Zum32f>;
+using AC4x32 = ThreeOf4<Zum32f>;
+
+void innerRGBToXYZ_8u_C3R(const Zum8u* src, Zum8u* dst, int width) {
+  rowC3<ForwardBlock, ForwardTail>(src, dst, width);
+}
+void innerRGBToXYZ_8u_AC4R(const Zum8u* src, Zum8u* dst, int width) {
+  rowAC4<ForwardBlock, ForwardTail>(src, dst, width);
+}
+void innerRGBToXYZ_16u_C3R(const Zum16u* src, Zum16u* dst, int width) { row16u<C3x16, Forward>(src, dst, width); }
+void innerRGBToXYZ_16u_AC4R(const Zum16u* src, Zum16u* dst, int width) { row16u<AC4x16, Forward>(src, dst, width); }
+void innerRGBToXYZ_16s_C3R(const Zum16u* src, Zum16u* dst, int width) { row16s<C3x16, Forward>(src, dst, width); }
+void innerRGBToXYZ_16s_AC4R(const Zum16u* src, Zum16u* dst, int width) { row16s<AC4x16, Forward>(src, dst, width); }
+void innerRGBToXYZ_32f_C3R(const Zum32f* src, Zum32f* dst, int width) {
+  row32f<C3x32, ForwardLimited>(src, dst, width);
+}
+void innerRGBToXYZ_32f_AC4R(const Zum32f* src, Zum32f* dst, int width) {
+  row32f<AC4x32, ForwardLimited>(src, dst, width);
+}
+
+void innerXYZToRGB_8u_C3R(const Zum8u* src, Zum8u* dst, int width) {
+  rowC3<InverseBlock, InverseTail>(src, dst, width);
+}
+void innerXYZToRGB_8u_AC4R(const Zum8u* src, Zum8u* dst, int width) {
+  rowAC4<InverseBlock, InverseTail>(src, dst, width);
+}
+void innerXYZToRGB_16u_C3R(const Zum16u* src, Zum16u* dst, int width) { row16u<C3x16, Inverse>(src, dst, width); }
+void innerXYZToRGB_16u_AC4R(const Zum16u* src, Zum16u* dst, int width) { row16u<AC4x16, Inverse>(src, dst, width); }
+void innerXYZToRGB_16s_C3R(const Zum16u* src, Zum16u* dst, int width) { row16s<C3x16, Inverse>(src, dst, width); }
+void innerXYZToRGB_16s_AC4R(const Zum16u* src, Zum16u* dst, int width) { row16s<AC4x16, Inverse>(src, dst, width); }
+void innerXYZToRGB_32f_C3R(const Zum32f* src, Zum32f* dst, int width) {
+  row32f<C3x32, InverseLimited>(src, dst, width);
+}
+void innerXYZToRGB_32f_AC4R(const Zum32f* src, Zum32f* dst, int width) {
+  row32f<AC4x32, InverseLimited>(src, dst, width);
+}
+
+}  // namespace HWY_NAMESPACE
+}  // namespace zum
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+
+ZUM_MODEL_FUNCTION(zumiRGBToXYZ_8u_C3R, innerRGBToXYZ_8u_C3R, Zum8u)
+ZUM_MODEL_FUNCTION(zumiRGBToXYZ_8u_AC4R, innerRGBToXYZ_8u_AC4R, Zum8u)
+ZUM_MODEL_FUNCTION(zumiRGBToXYZ_16u_C3R, innerRGBToXYZ_16u_C3R, Zum16u)
+ZUM_MODEL_FUNCTION(zumiRGBToXYZ_16u_AC4R, innerRGBToXYZ_16u_AC4R, Zum16u)
+ZUM_MODEL_FUNCTION(zumiRGBToXYZ_16s_C3R, innerRGBToXYZ_16s_C3R, Zum16s)
+ZUM_MODEL_FUNCTION(zumiRGBToXYZ_16s_AC4R, innerRGBToXYZ_16s_AC4R, Zum16s)
+ZUM_MODEL_FUNCTION(zumiRGBToXYZ_32f_C3R, innerRGBToXYZ_32f_C3R, Zum32f)
+ZUM_MODEL_FUNCTION(zumiRGBToXYZ_32f_AC4R, innerRGBToXYZ_32f_AC4R, Zum32f)
+
+ZUM_MODEL_FUNCTION(zumiXYZToRGB_8u_C3R, innerXYZToRGB_8u_C3R, Zum8u)
+ZUM_MODEL_FUNCTION(zumiXYZToRGB_8u_AC4R, innerXYZToRGB_8u_AC4R, Zum8u)
+ZUM_MODEL_FUNCTION(zumiXYZToRGB_16u_C3R, innerXYZToRGB_16u_C3R, Zum16u)
+ZUM_MODEL_FUNCTION(zumiXYZToRGB_16u_AC4R, innerXYZToRGB_16u_AC4R, Zum16u)
+ZUM_MODEL_FUNCTION(zumiXYZToRGB_16s_C3R, innerXYZToRGB_16s_C3R, Zum16s)
+ZUM_MODEL_FUNCTION(zumiXYZToRGB_16s_AC4R, innerXYZToRGB_16s_AC4R, Zum16s)
+ZUM_MODEL_FUNCTION(zumiXYZToRGB_32f_C3R, innerXYZToRGB_32f_C3R, Zum32f)
+ZUM_MODEL_FUNCTION(zumiXYZToRGB_32f_AC4R, innerXYZToRGB_32f_AC4R, Zum32f)
+
+#endif  // HWY_ONCE
