@@ -806,11 +806,19 @@ std::vector<Comparison> comparisons() {
       {OURS(zumiRGBToGray_32f_C3C1R), &kC3x32f, &kGray32f, {OPENCV(RGB2GRAY)}},
       {OURS(zumiRGBToGray_32f_AC4C1R), &kC4x32f, &kGray32f, {OPENCV(RGBA2GRAY)}},
 
-      // OpenCV's hue circle has 256 steps here, ours 255.
+      // OpenCV's hue circle has 256 steps in these, ours 255.
       {OURS(zumiRGBToHSV_8u_C3R), &kC3, &kC3, {OPENCV(RGB2HSV_FULL)}},
       {OURS(zumiRGBToHSV_8u_AC4R), &kC4, &kC4, {similar(OPENCV(RGB2HSV_FULL), kC4, kC3)}},
       {OURS(zumiHSVToRGB_8u_C3R), &kC3, &kC3, {OPENCV(HSV2RGB_FULL)}},
       {OURS(zumiHSVToRGB_8u_AC4R), &kC4, &kC4, {similar(OPENCV(HSV2RGB_FULL), kC3, kC4)}},
+
+      {OURS(zumiRGBToHLS_8u_C3R), &kC3, &kC3, {OPENCV(RGB2HLS_FULL)}},
+      {OURS(zumiRGBToHLS_8u_AC4R), &kC4, &kC4, {similar(OPENCV(RGB2HLS_FULL), kC4, kC3)}},
+      {OURS(zumiHLSToRGB_8u_C3R), &kC3, &kC3, {OPENCV(HLS2RGB_FULL)}},
+      {OURS(zumiHLSToRGB_8u_AC4R), &kC4, &kC4, {similar(OPENCV(HLS2RGB_FULL), kC3, kC4)}},
+      {OURS(zumiBGRToHLS_8u_AC4R), &kC4, &kC4, {similar(OPENCV(BGR2HLS_FULL), kC4, kC3)}},
+      {OURS(zumiBGRToHLS_8u_C3P3R), &kC3, &kP444, {similar(OPENCV(BGR2HLS_FULL), kC3, kC3)}},
+      {OURS(zumiHLSToBGR_8u_P3C3R), &kP444, &kC3, {similar(OPENCV(HLS2BGR_FULL), kC3, kC3)}},
 
       {OURS(zumiRGBToYCC_8u_C3R), &kC3, &kC3, {similar(OPENCV(RGB2YCrCb))}},
       {OURS(zumiRGBToYCC_8u_AC4R), &kC4, &kC4, {similar(OPENCV(RGB2YCrCb), kC4, kC3)}},

@@ -1070,6 +1070,112 @@ ZUM_API ZumStatus zumiXYZToRGB_16s_AC4R(const Zum16s* pSrc, int srcStep, Zum16s*
 ZUM_API ZumStatus zumiXYZToRGB_32f_C3R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
 /** XYZ to RGB, single precision, alpha left as it is in the destination. */
 ZUM_API ZumStatus zumiXYZToRGB_32f_AC4R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
+/** @defgroup hls HLS
+ *  RGB to and from hue, lightness, saturation: the double hexcone model, lightness being the mean of the largest and
+ * the smallest channel. Computed in single precision, with hue in degrees in between.
+ *
+ *  - 8u, 16u: the hue circle is 255 or 65535 units, lightness and saturation have the full range.
+ *  - 16s: the same as 16u from -32768 on: 32768 is added to every sample that is read and taken off every sample that
+ *    is written.
+ *  - 32f: everything from 0 to 1, a whole circle being 1. Nothing is clamped.
+ *
+ *  To HLS the integer depths truncate all results. Their divisions are the processor's reciprocal estimate, refined
+ * once, but not refined in the block columns of 8u, where hue and saturation may therefore differ by one from the
+ * columns behind them. 32f divides; there a range of the channels of at most 2^-23 counts as gray. Gray has hue and
+ * saturation 0.
+ *
+ *  From HLS hue is not wrapped around: the largest one is 360 degrees, which is red. 8u truncates. 16u truncates to a
+ * scale of 32767.5 and doubles, so that results are even, but for gray behind the block columns, which is kept. 16s
+ * truncates; behind the block columns it divides where block columns multiply by reciprocals, and adds 0.49999 before
+ * it truncates. 32f divides behind the block columns too, and keeps gray as it is.
+ *
+ *  Block columns are the width rounded down to 8 at 8u C3, to 4 elsewhere. Minimum size 1 by 1; steps are not checked
+ * and lose the bits that are no whole sample. The fourth channel of AC4 images is neither read nor written. From 4097
+ * pixels on the rows are divided among threads_omp_of_n_zum threads.
+ *  @{ */
+
+/** RGB to HLS. */
+ZUM_API ZumStatus zumiRGBToHLS_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** RGB to HLS, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiRGBToHLS_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** RGB to HLS, 16-bit. */
+ZUM_API ZumStatus zumiRGBToHLS_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** RGB to HLS, 16-bit, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiRGBToHLS_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** RGB to HLS, signed 16-bit. */
+ZUM_API ZumStatus zumiRGBToHLS_16s_C3R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi);
+/** RGB to HLS, signed 16-bit, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiRGBToHLS_16s_AC4R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi);
+/** RGB to HLS, single precision. */
+ZUM_API ZumStatus zumiRGBToHLS_32f_C3R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
+/** RGB to HLS, single precision, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiRGBToHLS_32f_AC4R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
+/** HLS to RGB. */
+ZUM_API ZumStatus zumiHLSToRGB_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** HLS to RGB, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiHLSToRGB_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** HLS to RGB, 16-bit. */
+ZUM_API ZumStatus zumiHLSToRGB_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** HLS to RGB, 16-bit, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiHLSToRGB_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** HLS to RGB, signed 16-bit. */
+ZUM_API ZumStatus zumiHLSToRGB_16s_C3R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi);
+/** HLS to RGB, signed 16-bit, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiHLSToRGB_16s_AC4R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi);
+/** HLS to RGB, single precision. */
+ZUM_API ZumStatus zumiHLSToRGB_32f_C3R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
+/** HLS to RGB, single precision, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiHLSToRGB_32f_AC4R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
+
+/** @} */
+
+/** @defgroup hlsbgr HLS and BGR
+ *  BGR to and from HLS, 8-bit, interleaved and planar, alpha copied where the destination is not AC4. The arithmetic is
+ * that of the HLS group; block columns are the width rounded down to 4 in all layouts. The planes of an image are in
+ * the order of its name and share one step.
+ *
+ *  Checks: null pointers and null planes, then steps below 1 (zumErrStep), then a size below 1 by 1. The rows are
+ * divided among threads_omp_of_n_zum threads, however few they are.
+ *  @{ */
+
+/** BGR to HLS, alpha left as it is in the destination. Here the size is checked before the steps. */
+ZUM_API ZumStatus zumiBGRToHLS_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** BGR to HLS, planar, alpha copied. */
+ZUM_API ZumStatus zumiBGRToHLS_8u_AP4R(const Zum8u* const pSrc[4], int srcStep, Zum8u* const pDst[4], int dstStep,
+                                       ZumiSize roi);
+/** BGR to HLS, planar to interleaved, alpha copied. */
+ZUM_API ZumStatus zumiBGRToHLS_8u_AP4C4R(const Zum8u* const pSrc[4], int srcStep, Zum8u* pDst, int dstStep,
+                                         ZumiSize roi);
+/** BGR to HLS, interleaved to planar, alpha copied. */
+ZUM_API ZumStatus zumiBGRToHLS_8u_AC4P4R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[4], int dstStep,
+                                         ZumiSize roi);
+/** BGR to HLS, planar. */
+ZUM_API ZumStatus zumiBGRToHLS_8u_P3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* const pDst[3], int dstStep,
+                                      ZumiSize roi);
+/** BGR to HLS, planar to interleaved. */
+ZUM_API ZumStatus zumiBGRToHLS_8u_P3C3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep,
+                                        ZumiSize roi);
+/** BGR to HLS, interleaved to planar. */
+ZUM_API ZumStatus zumiBGRToHLS_8u_C3P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], int dstStep,
+                                        ZumiSize roi);
+/** HLS to BGR, planar, alpha copied. */
+ZUM_API ZumStatus zumiHLSToBGR_8u_AP4R(const Zum8u* const pSrc[4], int srcStep, Zum8u* const pDst[4], int dstStep,
+                                       ZumiSize roi);
+/** HLS to BGR, planar to interleaved, alpha copied. */
+ZUM_API ZumStatus zumiHLSToBGR_8u_AP4C4R(const Zum8u* const pSrc[4], int srcStep, Zum8u* pDst, int dstStep,
+                                         ZumiSize roi);
+/** HLS to BGR, interleaved to planar, alpha copied. */
+ZUM_API ZumStatus zumiHLSToBGR_8u_AC4P4R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[4], int dstStep,
+                                         ZumiSize roi);
+/** HLS to BGR, planar. */
+ZUM_API ZumStatus zumiHLSToBGR_8u_P3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* const pDst[3], int dstStep,
+                                      ZumiSize roi);
+/** HLS to BGR, planar to interleaved. */
+ZUM_API ZumStatus zumiHLSToBGR_8u_P3C3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep,
+                                        ZumiSize roi);
+/** HLS to BGR, interleaved to planar. */
+ZUM_API ZumStatus zumiHLSToBGR_8u_C3P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], int dstStep,
+                                        ZumiSize roi);
 
 /** @} */
 

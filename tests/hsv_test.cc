@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cfenv>
-#include <cstring>
 #include <limits>
 #include <random>
 #include <vector>
@@ -16,16 +15,12 @@
 
 namespace {
 
+using zumtest::estimate;
 using zumtest::nearest;
 using zumtest::ofBits;
-using zumtest::reciprocalEstimate;
+using zumtest::refined;
 using zumtest::truncated;
 using Colour = std::array<int, 3>;
-
-float refined(float x) {
-  const float r = reciprocalEstimate(x), twice = r + r, square = x * r * r;
-  return twice - square;
-}
 
 // ---- The formulas, for the numbers that depth and columns fix
 
@@ -45,7 +40,7 @@ Colour toHsv(const Colour& rgb, bool tail) {
   const int value = *std::max_element(rgb.begin(), rgb.end()),
             range = value - *std::min_element(rgb.begin(), rgb.end());
   if (range == 0) return {0, 0, value};
-  const auto reciprocal = kIsByte<T> ? reciprocalEstimate : refined;
+  const auto reciprocal = kIsByte<T> ? estimate : refined;
   const float c = reciprocal(range), saturation = reciprocal(value) * range * kTop<T>;
   const float r = (value - rgb[0]) * c, g = (value - rgb[1]) * c, b = (value - rgb[2]) * c;
 

@@ -71,6 +71,11 @@ Planes<T, 3, Step> planes3(T* const* base, Step step) {
   return {base, step};
 }
 
+template <class T>
+Planes<T, 4, int> planes4(T* const* base, int step) {
+  return {base, step};
+}
+
 // Three planes of one size, with one step, where they are worked on in row pairs.
 template <class T>
 struct FullPlanes : Planes<T, 3, int> {
@@ -175,6 +180,14 @@ template <class T, class U>
 ZumStatus checkWithSteps(const Pixels<T>& src, const Pixels<U>& dst, ZumiSize roi) {
   if (const ZumStatus status = check(src, dst, roi)) return status;
   return src.step < 1 || dst.step < 1 ? zumErrStep : zumOk;
+}
+
+// The checks of the functions that look at planes first, and at their steps before the size.
+template <class Src, class Dst>
+ZumStatus checkStepsBeforeSize(const Src& src, const Dst& dst, ZumiSize roi) {
+  if (src.missing() || dst.missing() || src.planeMissing() || dst.planeMissing()) return zumErrNullPtr;
+  if (src.step < 1 || dst.step < 1) return zumErrStep;
+  return below(roi, {1, 1}) ? zumErrSize : zumOk;
 }
 
 }  // namespace zum

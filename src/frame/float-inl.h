@@ -87,6 +87,23 @@ HWY_INLINE VF32 addWhere(hn::Mask<Tag<float>> mask, VF32 a, VF32 b) {
 #endif
 }
 
+// Eight floats, and the one that each lane's index tells, 0 to 7.
+struct Floats8 {
+  alignas(32) float at[8];
+};
+HWY_INLINE VF32 lookUp(const Floats8& table, VI32 index) {
+#if HWY_TARGET <= HWY_AVX3
+  return VF32{_mm512_permutexvar_ps(index.raw, _mm512_broadcast_f32x8(_mm256_load_ps(table.at)))};
+#elif HWY_TARGET == HWY_AVX2
+  return VF32{_mm256_permutevar8x32_ps(_mm256_load_ps(table.at), index.raw)};
+#else
+  const Tag<float> d;
+  const auto place = hn::IndicesFromVec(d, hn::And(index, all(3)));
+  return hn::IfThenElse(hn::RebindMask(d, index > all(3)), hn::TableLookupLanes(hn::Load(d, table.at + 4), place),
+                        hn::TableLookupLanes(hn::Load(d, table.at), place));
+#endif
+}
+
 // ---- Parts of a vector of samples
 
 template <class T>
@@ -112,6 +129,26 @@ HWY_INLINE VF32 partToFloat(VU8 samples) {
 template <std::size_t part>
 HWY_INLINE VF32 partToFloat(VF32 samples) {
   return samples;
+}
+
+// factor (plus - minus) of a part, exactly: one product of each pair of samples.
+template <int factor, std::size_t part>
+HWY_INLINE VF32 partOfDifference(VU8 plus, VU8 minus) {
+  const Tag<std::uint8_t> d;
+  const VI16 both =
+      dotBytes<factor, -factor>(part < 2 ? hn::InterleaveLower(d, plus, minus) : hn::InterleaveUpper(d, plus, minus));
+  const Tag<std::int16_t> d16;
+  const VI16 twice = part % 2 == 0 ? hn::InterleaveLower(d16, both, both) : hn::InterleaveUpper(d16, both, both);
+  return toFloat(hn::ShiftRight<16>(hn::BitCast(Tag<std::int32_t>(), twice)));
+}
+template <int factor, std::size_t part>
+HWY_INLINE VF32 partOfDifference(VU16 plus, VU16 minus) {
+  const Tag<std::uint16_t> d;
+  const VU16 middle = all<std::uint16_t>(0x8000);  // falls out
+  const VU16 a = plus ^ middle, b = minus ^ middle;
+  const VI16 pairs =
+      hn::BitCast(Tag<std::int16_t>(), part == 0 ? hn::InterleaveLower(d, a, b) : hn::InterleaveUpper(d, a, b));
+  return toFloat(addDots(hn::Zero(Tag<std::int32_t>()), pairs, pairsOf(factor, -factor)));
 }
 
 // What a form's `lanes` gives for each part of its terms.

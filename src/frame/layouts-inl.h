@@ -774,15 +774,21 @@ struct Packed4 : Interleaved<std::uint8_t, 4, kLanes<std::uint8_t>> {
 
   template <class Access = Whole>
   static HWY_INLINE Channels<VU8> load(const std::uint8_t* row, Access access = {}) {
+    const FourChannels<VU8> v = loadAll(row, access);
+    return {v.c0, v.c1, v.c2};
+  }
+
+  template <class Access>
+  static HWY_INLINE FourChannels<VU8> loadAll(const std::uint8_t* row, Access access) {
     const VU8 v0 = part(row, 0, access), v1 = part(row, 1, access), v2 = part(row, 2, access),
               v3 = part(row, 3, access);
 #if HWY_TARGET <= HWY_AVX3_DL
     const Tag<std::uint8_t> d;
-    static constexpr Index<64> kFirstTwo = channelBytes(0), kThird = channelBytes(2);
-    const VU8 lower01 = gather(v0, v1, kFirstTwo), lower2 = gather(v0, v1, kThird), upper01 = gather(v2, v3, kFirstTwo),
-              upper2 = gather(v2, v3, kThird);
+    static constexpr Index<64> kFirstTwo = channelBytes(0), kLastTwo = channelBytes(2);
+    const VU8 lower01 = gather(v0, v1, kFirstTwo), lower23 = gather(v0, v1, kLastTwo),
+              upper01 = gather(v2, v3, kFirstTwo), upper23 = gather(v2, v3, kLastTwo);
     return {hn::ConcatLowerLower(d, upper01, lower01), hn::ConcatUpperUpper(d, upper01, lower01),
-            hn::ConcatLowerLower(d, upper2, lower2)};
+            hn::ConcatLowerLower(d, upper23, lower23), hn::ConcatUpperUpper(d, upper23, lower23)};
 #else
     const Tag<std::uint32_t> d;
     const Tag<std::uint64_t> d64;
@@ -794,7 +800,8 @@ struct Packed4 : Interleaved<std::uint8_t, 4, kLanes<std::uint8_t>> {
     const Tag<std::uint8_t> to;
     return {hn::BitCast(to, hn::InterleaveLower(d64, lower01, lower23)),
             hn::BitCast(to, hn::InterleaveUpper(d64, lower01, lower23)),
-            hn::BitCast(to, hn::InterleaveLower(d64, upper01, upper23))};
+            hn::BitCast(to, hn::InterleaveLower(d64, upper01, upper23)),
+            hn::BitCast(to, hn::InterleaveUpper(d64, upper01, upper23))};
 #endif
   }
 
@@ -892,6 +899,32 @@ struct Packed4 : Interleaved<std::uint8_t, 4, kLanes<std::uint8_t>> {
     return {hn::BitCast(d, hn::InterleaveLower(d16, w0, w1)), hn::BitCast(d, hn::InterleaveUpper(d16, w0, w1))};
   }
 #endif
+};
+
+// The same with the fourth.
+struct AllOf4 : Packed4 {
+  template <class Access = Whole>
+  static HWY_INLINE FourChannels<VU8> load(const std::uint8_t* row, Access access = {}) {
+    return loadAll(row, access);
+  }
+};
+
+// Four planes.
+struct Planes4 : Planar<std::uint8_t, 4, kLanes<std::uint8_t>> {
+  template <class Sample, class Access = Whole>
+  static HWY_INLINE FourChannels<VU8> load(const PlaneRow<Sample, 4>& row, Access access = {}) {
+    const Tag<std::uint8_t> d;
+    return {access.load(d, row[0]), access.load(d, row[1]), access.load(d, row[2]), access.load(d, row[3])};
+  }
+
+  template <class Access = Whole>
+  static HWY_INLINE void store(const FourChannels<VU8>& v, const PlaneRow<std::uint8_t, 4>& row, Access access = {}) {
+    const Tag<std::uint8_t> d;
+    access.store(v.c0, d, row[0]);
+    access.store(v.c1, d, row[1]);
+    access.store(v.c2, d, row[2]);
+    access.store(v.c3, d, row[3]);
+  }
 };
 
 // ---- 16-bit pixels
@@ -1059,9 +1092,11 @@ HWY_INLINE void columns(const SrcRow& src, const DstRow& dst, std::size_t begin,
   lastColumns<Src, Form, Dst>(src, dst, wholeEnd, end, form);
 }
 
-// Columns up to blockEnd by one form, those behind them, fewer than a vector has, by another.
-template <class Src, class Block, class Tail, class Dst, class SrcRow, class DstRow>
-HWY_INLINE void blockColumnsAndTail(const SrcRow& src, const DstRow& dst, std::size_t blockEnd, std::size_t width) {
+// Whole blocks of columns by one form, the columns behind them by another.
+template <std::size_t block, class Src, class Block, class Tail, class Dst, class SrcRow, class DstRow>
+HWY_INLINE void blocksAndTail(const SrcRow& src, const DstRow& dst, std::size_t width) {
+  static_assert(block <= Src::kPixels, "a vector holds the tail");
+  const std::size_t blockEnd = width - width % block;
   columns<Src, Block, Dst>(src, dst, 0, blockEnd);
   lastColumns<Src, Tail, Dst>(src, dst, blockEnd, width);
 }

@@ -3,9 +3,9 @@
 #define HWY_TARGET_INCLUDE "models/hsv.cc"
 #include <limits>
 
-#include "frame/drivers.h"
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
+#include "models/exports.h"
 
 #include "frame/float-inl.h"
 #include "frame/layouts-inl.h"
@@ -154,27 +154,21 @@ struct HsvToRgb {
 
 // ---- Row kernels
 
-// Blocks of four pixels by one form, what remains by another.
-template <class Layout, class Block, class Tail, class T>
-HWY_INLINE void blocksAndTail(const T* src, T* dst, int width) {
-  const int blockEnd = width & ~3;
-  columns<Layout, Block, Layout>(src, dst, 0, blockEnd);
-  lastColumns<Layout, Tail, Layout>(src, dst, blockEnd, width);
-}
+constexpr std::size_t kBlock = 4;
 
 template <class Layout>
 HWY_INLINE void forward(const Zum8u* src, Zum8u* dst, int width) {
-  blocksAndTail<Layout, RgbToHsv<Zum8u, BlockTies, Truncated>, RgbToHsv<Zum8u, TailTies, RoundedLowBits>>(src, dst,
-                                                                                                          width);
+  blocksAndTail<kBlock, Layout, RgbToHsv<Zum8u, BlockTies, Truncated>, RgbToHsv<Zum8u, TailTies, RoundedLowBits>,
+                Layout>(src, dst, width);
 }
 template <class Layout>
 HWY_INLINE void forward(const Zum16u* src, Zum16u* dst, int width) {
-  blocksAndTail<Layout, RgbToHsv<Zum16u, BlockTies, Rounded>, RgbToHsv<Zum16u, TailTies, RoundedLowBits>>(src, dst,
-                                                                                                          width);
+  blocksAndTail<kBlock, Layout, RgbToHsv<Zum16u, BlockTies, Rounded>, RgbToHsv<Zum16u, TailTies, RoundedLowBits>,
+                Layout>(src, dst, width);
 }
 template <class Layout>
 HWY_INLINE void inverse(const Zum8u* src, Zum8u* dst, int width) {
-  blocksAndTail<Layout, HsvToRgb<Zum8u, Truncated>, HsvToRgb<Zum8u, RoundedLowBits>>(src, dst, width);
+  blocksAndTail<kBlock, Layout, HsvToRgb<Zum8u, Truncated>, HsvToRgb<Zum8u, RoundedLowBits>, Layout>(src, dst, width);
 }
 // One form for all columns.
 template <class Layout>
@@ -196,55 +190,15 @@ void innerHSVToRGB_16u_AC4R(const Zum16u* src, Zum16u* dst, int width) { inverse
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-namespace zum {
 
-HWY_EXPORT(innerRGBToHSV_8u_C3R);
-HWY_EXPORT(innerRGBToHSV_8u_AC4R);
-HWY_EXPORT(innerRGBToHSV_16u_C3R);
-HWY_EXPORT(innerRGBToHSV_16u_AC4R);
-HWY_EXPORT(innerHSVToRGB_8u_C3R);
-HWY_EXPORT(innerHSVToRGB_8u_AC4R);
-HWY_EXPORT(innerHSVToRGB_16u_C3R);
-HWY_EXPORT(innerHSVToRGB_16u_AC4R);
+ZUM_MODEL_FUNCTION(zumiRGBToHSV_8u_C3R, innerRGBToHSV_8u_C3R, Zum8u)
+ZUM_MODEL_FUNCTION(zumiRGBToHSV_8u_AC4R, innerRGBToHSV_8u_AC4R, Zum8u)
+ZUM_MODEL_FUNCTION(zumiRGBToHSV_16u_C3R, innerRGBToHSV_16u_C3R, Zum16u)
+ZUM_MODEL_FUNCTION(zumiRGBToHSV_16u_AC4R, innerRGBToHSV_16u_AC4R, Zum16u)
 
-}  // namespace zum
-
-using namespace zum;
-
-ZumStatus zumiRGBToHSV_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRowsInParallel(ZUM_KERNEL(innerRGBToHSV_8u_C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiRGBToHSV_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRowsInParallel(ZUM_KERNEL(innerRGBToHSV_8u_AC4R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiRGBToHSV_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi) {
-  return convertRowsInParallel(ZUM_KERNEL(innerRGBToHSV_16u_C3R), samples16(pSrc, srcStep), samples16(pDst, dstStep),
-                               roi);
-}
-
-ZumStatus zumiRGBToHSV_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi) {
-  return convertRowsInParallel(ZUM_KERNEL(innerRGBToHSV_16u_AC4R), samples16(pSrc, srcStep), samples16(pDst, dstStep),
-                               roi);
-}
-
-ZumStatus zumiHSVToRGB_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRowsInParallel(ZUM_KERNEL(innerHSVToRGB_8u_C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiHSVToRGB_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRowsInParallel(ZUM_KERNEL(innerHSVToRGB_8u_AC4R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiHSVToRGB_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi) {
-  return convertRowsInParallel(ZUM_KERNEL(innerHSVToRGB_16u_C3R), samples16(pSrc, srcStep), samples16(pDst, dstStep),
-                               roi);
-}
-
-ZumStatus zumiHSVToRGB_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi) {
-  return convertRowsInParallel(ZUM_KERNEL(innerHSVToRGB_16u_AC4R), samples16(pSrc, srcStep), samples16(pDst, dstStep),
-                               roi);
-}
+ZUM_MODEL_FUNCTION(zumiHSVToRGB_8u_C3R, innerHSVToRGB_8u_C3R, Zum8u)
+ZUM_MODEL_FUNCTION(zumiHSVToRGB_8u_AC4R, innerHSVToRGB_8u_AC4R, Zum8u)
+ZUM_MODEL_FUNCTION(zumiHSVToRGB_16u_C3R, innerHSVToRGB_16u_C3R, Zum16u)
+ZUM_MODEL_FUNCTION(zumiHSVToRGB_16u_AC4R, innerHSVToRGB_16u_AC4R, Zum16u)
 
 #endif  // HWY_ONCE

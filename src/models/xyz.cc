@@ -101,11 +101,11 @@ struct InverseLimited {
 template <class Block, class Tail>
 HWY_INLINE void rowC3(const Zum8u* src, Zum8u* dst, int width) {
   using C3 = Packed3<Zum8u>;
-  blockColumnsAndTail<C3, Block, Tail, C3>(src, dst, width & ~7, width);
+  blocksAndTail<8, C3, Block, Tail, C3>(src, dst, width);
 }
 template <class Block, class Tail>
 HWY_INLINE void rowAC4(const Zum8u* src, Zum8u* dst, int width) {
-  blockColumnsAndTail<PackedA4, Block, Tail, PackedA4>(src, dst, width & ~3, width);
+  blocksAndTail<4, PackedA4, Block, Tail, PackedA4>(src, dst, width);
 }
 
 template <class Layout, class Form>

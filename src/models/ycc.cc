@@ -140,18 +140,18 @@ struct InverseLimited {
 template <class Block, class Tail>
 HWY_INLINE void rowC3(const Zum8u* src, Zum8u* dst, int width) {
   using C3 = Packed3<Zum8u>;
-  blockColumnsAndTail<C3, OnHalves<Block>, OnLanes<Tail>, C3>(src, dst, width & ~7, width);
+  blocksAndTail<8, C3, OnHalves<Block>, OnLanes<Tail>, C3>(src, dst, width);
 }
 template <class Block, class Tail>
 HWY_INLINE void rowAC4(const Zum8u* src, Zum8u* dst, int width) {
   using AC4 = ThreeOf4<Zum8u>;
-  blockColumnsAndTail<AC4, OnHalves<Block>, OnLanes<Tail>, AC4>(src, dst, width & ~3, width);
+  blocksAndTail<4, AC4, OnHalves<Block>, OnLanes<Tail>, AC4>(src, dst, width);
 }
 
 // Blocks of 4 pixels.
 template <class Layout, class Block, class Tail>
 HWY_INLINE void row16(const Zum16u* src, Zum16u* dst, int width) {
-  blockColumnsAndTail<Layout, OnFloats<Block>, OnFloats<Tail>, Layout>(src, dst, width & ~3, width);
+  blocksAndTail<4, Layout, OnFloats<Block>, OnFloats<Tail>, Layout>(src, dst, width);
 }
 
 template <class Layout>

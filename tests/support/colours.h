@@ -2,33 +2,19 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <immintrin.h>
 
 #include <array>
 #include <cstring>
 #include <vector>
 
 #include "support/instruction_sets.h"
+#include "support/plain.h"
 #include "zumcc.h"
 
 namespace zumtest {
 
 template <class T>
 using Colour = std::array<T, 3>;
-
-// The processor's scalar operations.
-inline float ofBits(uint32_t bits) {
-  float value;
-  std::memcpy(&value, &bits, sizeof value);
-  return value;
-}
-inline int truncated(float x) { return _mm_cvttss_si32(_mm_set_ss(x)); }
-inline int nearest(float x) { return _mm_cvtss_si32(_mm_set_ss(x)); }
-inline float estimate(float x) { return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(x))); }
-inline float refined(float x) {
-  const float r = estimate(x), twice = r + r, square = x * r * r;
-  return twice - square;
-}
 
 template <class S, class D>
 using Conversion = ZumStatus(const S*, int, D*, int, ZumiSize);

@@ -40,12 +40,18 @@ inline int truncated(double x) { return x > -2147483649.0 && x < 2147483648.0 ? 
 inline int nearest(float x) { return truncated(std::nearbyint(x)); }
 
 // The estimate of 1 / x by the processor, or by the table where it has none.
-inline float reciprocalEstimate(float x) {
+inline float estimate(float x) {
 #if defined(__x86_64__) || defined(__i386__)
   return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(x)));
 #else
   return ofBits(zum::reciprocalBits(bitsOf(x)));
 #endif
+}
+
+// The estimate refined once.
+inline float refined(float x) {
+  const float r = estimate(x), twice = r + r, square = x * r * r;
+  return twice - square;
 }
 
 }  // namespace zumtest

@@ -121,6 +121,15 @@ const Rule kRules[] = {
        t.alignmentShows = true;
      }},
 
+    {"zumi@(BGRToHLS|HLSToBGR)_*",
+     [](Traits& t) {
+       t.checks = {Check::kPointers, Check::kPlanes, Check::kSteps, Check::kSize};
+     }},
+    {"zumiBGRToHLS_8u_AC4R",
+     [](Traits& t) {
+       t.checks = {Check::kPointers, Check::kSize, Check::kSteps};
+     }},
+
     {"zumiCFAToRGB_*",
      [](Traits& t) {
        t.checks = {Check::kPointers, Check::kSize, Check::kParameters};
