@@ -71,6 +71,7 @@ int rggbChannel(int, int, int x, int y) { return x % 2 + y % 2; }
 const Format kNone{1, {}, planeChannel};
 const Format kGray8{1, {{1}}, interleavedChannel};
 const Format kGray32f{4, {{1}}, interleavedChannel};
+const Format kC3x32f{4, {{3}}, interleavedChannel};
 const Format kC3{1, {{3}}, interleavedChannel};
 const Format kC4{1, {{4}}, interleavedChannel};
 const Format kC3x16{2, {{3}}, interleavedChannel};
@@ -327,6 +328,13 @@ Prepare zum(ZumStatus (*f)(const T*, ZumiRect, ZumiSize, int, T*, int, ZumiBayer
   });
 }
 
+// With the bottom and the top of the range of values.
+Prepare zum(ZumStatus (*f)(const Zum32f*, int, Zum32f*, int, ZumiSize, Zum32f, Zum32f)) {
+  return direct([f](auto& src, auto& dst) {
+    check(f(pointerTo<const Zum32f*>(src), src.step(0), pointerTo<Zum32f*>(dst), dst.step(0), roiOf(src), 0, 1));
+  });
+}
+
 // libyuv's functions, by their shapes.
 template <class Result>
 Prepare yuv(Result (*f)(const uint8_t*, int, uint8_t*, int, int, int)) {
@@ -467,6 +475,39 @@ Peer similar(Peer peer, const Format& src, const Format& dst) {
   peer.src = &src;
   peer.dst = &dst;
   return similar(std::move(peer));
+}
+
+// What a function makes of each byte, `channels` times behind one another.
+using ByteFunction = ZumStatus (*)(const Zum8u*, int, Zum8u*, int, ZumiSize);
+std::vector<uint8_t> tableOf(ByteFunction function, int channels) {
+  constexpr int kLevels = 256, kStep = 3 * kLevels;
+  uint8_t gray[kStep];
+  for (int i = 0; i < kStep; ++i) gray[i] = i / 3;
+  check(function(gray, kStep, gray, kStep, {kLevels, 1}));
+  std::vector<uint8_t> table(kLevels * channels);
+  for (int i = 0; i < kLevels * channels; ++i) table[i] = gray[i / channels * 3];
+  return table;
+}
+Peer openCvTable(ByteFunction function) {
+  return {"OpenCV LUT", [table = tableOf(function, 1)](const Image& src, const Image& dst) {
+            return loop([table, in = matOf(src), out = matOf(dst)]() mutable {
+              cv::LUT(in, cv::Mat(1, int(table.size()), CV_8U, table.data()), out);
+            });
+          }};
+}
+// In place only, so after a copy. Alpha stays as it is.
+Peer yuvTable(ByteFunction function) {
+  return {"libyuv ARGBCopy+RGBColorTable", direct([table = tableOf(function, 4)](auto& src, auto& dst) {
+            int width = src.size().width, height = src.size().height;
+            libyuv::ARGBCopy(src.data(), src.step(0), dst.data(), dst.step(0), width, height);
+            libyuv::RGBColorTable(dst.data(), dst.step(0), table.data(), 0, 0, width, height);
+          })};
+}
+// The power alone, in single precision.
+Peer openCvPower(double exponent) {
+  return {"OpenCV pow", [exponent](const Image& src, const Image& dst) {
+            return loop([exponent, in = matOf(src), out = matOf(dst)]() mutable { cv::pow(in, exponent, out); });
+          }};
 }
 
 struct Comparison {
@@ -859,6 +900,19 @@ std::vector<Comparison> comparisons() {
        &kC3x16,
        {OPENCV(BayerRGGB2RGB), OPENCV(BayerRGGB2RGB_EA), SWSCALE(BAYER_RGGB16, RGB48)},
        8},
+
+      {OURS(zumiGammaFwd_8u_C3R), &kC3, &kC3, {openCvTable(zumiGammaFwd_8u_C3R)}},
+      {OURS(zumiGammaInv_8u_C3R), &kC3, &kC3, {openCvTable(zumiGammaInv_8u_C3R)}},
+      {OURS(zumiGammaFwd_8u_AC4R),
+       &kC4,
+       &kC4,
+       {similar(openCvTable(zumiGammaFwd_8u_C3R)), similar(yuvTable(zumiGammaFwd_8u_C3R))}},
+      {OURS(zumiGammaInv_8u_AC4R),
+       &kC4,
+       &kC4,
+       {similar(openCvTable(zumiGammaInv_8u_C3R)), similar(yuvTable(zumiGammaInv_8u_C3R))}},
+      {OURS(zumiGammaFwd_32f_C3R), &kC3x32f, &kC3x32f, {similar(openCvPower(0.45))}},
+      {OURS(zumiGammaInv_32f_C3R), &kC3x32f, &kC3x32f, {similar(openCvPower(1 / 0.45))}},
   };
 }
 

@@ -1493,6 +1493,113 @@ ZUM_API ZumStatus zumiYCbCr420_8u_P2P3R(const Zum8u* pSrcY, int srcYStep, const 
 
 /** @} */
 
+/** @defgroup gamma Gamma
+ *  The transfer curve of ITU-R BT.709 on every colour sample: zumiGammaFwd from linear light to gamma-corrected values,
+ *  zumiGammaInv back. On a scale of 0..1, and with the powers of the C library's pow in double precision,
+ *
+ *  - forward: 4.5 x below 0.018, 1.099 x^0.45 - 0.099 from there on;
+ *  - inverse: x / 4.5 below 0.0812, ((x + 0.099) / 1.099)^(1 / 0.45) from there on.
+ *
+ *  Integer samples are parts of 255 or of 65535, rounded to the nearest. At 16 bits the value is rounded to single
+ *  precision on its way, half a unit above its place: what then is an odd integer becomes the even one below.
+ *
+ *  Single-precision samples are parts of the range vMin..vMax. Nothing is clamped: below vMin the curve goes on as a
+ *  straight line, above vMax as the power. The rounding mode of the thread is followed.
+ *
+ *  The fourth channel of AC4 images is left as it is in the destination. IR and IP3R functions work in place. Planes
+ *  share a step. One thread. Functions on more than 65536 16-bit samples in all (3 width height, wrapping to 32 bits)
+ *  use a table of 128 KiB, from zumsMalloc_16u.
+ *
+ *  Checks, in this order: vMax - vMin, in single precision, not above 0 (zumErrRange); null pointers, plane pointers
+ *  among them (zumErrNullPtr); a width or height below 1 (zumErrSize); a step below 1 (zumErrStep); the table
+ *  (zumErrMemAlloc).
+ *  @{ */
+
+/** Linear to gamma-corrected at 8 bits, interleaved. */
+ZUM_API ZumStatus zumiGammaFwd_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** Linear to gamma-corrected at 8 bits, interleaved, in place. */
+ZUM_API ZumStatus zumiGammaFwd_8u_C3IR(Zum8u* pSrcDst, int step, ZumiSize roi);
+/** Linear to gamma-corrected at 8 bits, interleaved with alpha; alpha is left as it is in the destination. */
+ZUM_API ZumStatus zumiGammaFwd_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** Linear to gamma-corrected at 8 bits, interleaved with alpha, in place; alpha is left as it is. */
+ZUM_API ZumStatus zumiGammaFwd_8u_AC4IR(Zum8u* pSrcDst, int step, ZumiSize roi);
+/** Linear to gamma-corrected at 8 bits, three planes. */
+ZUM_API ZumStatus zumiGammaFwd_8u_P3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* const pDst[3], int dstStep,
+                                      ZumiSize roi);
+/** Linear to gamma-corrected at 8 bits, three planes, in place. */
+ZUM_API ZumStatus zumiGammaFwd_8u_IP3R(Zum8u* const pSrcDst[3], int step, ZumiSize roi);
+/** Gamma-corrected to linear at 8 bits, interleaved. */
+ZUM_API ZumStatus zumiGammaInv_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** Gamma-corrected to linear at 8 bits, interleaved, in place. */
+ZUM_API ZumStatus zumiGammaInv_8u_C3IR(Zum8u* pSrcDst, int step, ZumiSize roi);
+/** Gamma-corrected to linear at 8 bits, interleaved with alpha; alpha is left as it is in the destination. */
+ZUM_API ZumStatus zumiGammaInv_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** Gamma-corrected to linear at 8 bits, interleaved with alpha, in place; alpha is left as it is. */
+ZUM_API ZumStatus zumiGammaInv_8u_AC4IR(Zum8u* pSrcDst, int step, ZumiSize roi);
+/** Gamma-corrected to linear at 8 bits, three planes. */
+ZUM_API ZumStatus zumiGammaInv_8u_P3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* const pDst[3], int dstStep,
+                                      ZumiSize roi);
+/** Gamma-corrected to linear at 8 bits, three planes, in place. */
+ZUM_API ZumStatus zumiGammaInv_8u_IP3R(Zum8u* const pSrcDst[3], int step, ZumiSize roi);
+/** Linear to gamma-corrected at 16 bits, interleaved. */
+ZUM_API ZumStatus zumiGammaFwd_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** Linear to gamma-corrected at 16 bits, interleaved, in place. */
+ZUM_API ZumStatus zumiGammaFwd_16u_C3IR(Zum16u* pSrcDst, int step, ZumiSize roi);
+/** Linear to gamma-corrected at 16 bits, interleaved with alpha; alpha is left as it is in the destination. */
+ZUM_API ZumStatus zumiGammaFwd_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** Linear to gamma-corrected at 16 bits, interleaved with alpha, in place; alpha is left as it is. */
+ZUM_API ZumStatus zumiGammaFwd_16u_AC4IR(Zum16u* pSrcDst, int step, ZumiSize roi);
+/** Linear to gamma-corrected at 16 bits, three planes. */
+ZUM_API ZumStatus zumiGammaFwd_16u_P3R(const Zum16u* const pSrc[3], int srcStep, Zum16u* const pDst[3], int dstStep,
+                                       ZumiSize roi);
+/** Linear to gamma-corrected at 16 bits, three planes, in place. */
+ZUM_API ZumStatus zumiGammaFwd_16u_IP3R(Zum16u* const pSrcDst[3], int step, ZumiSize roi);
+/** Gamma-corrected to linear at 16 bits, interleaved. */
+ZUM_API ZumStatus zumiGammaInv_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** Gamma-corrected to linear at 16 bits, interleaved, in place. */
+ZUM_API ZumStatus zumiGammaInv_16u_C3IR(Zum16u* pSrcDst, int step, ZumiSize roi);
+/** Gamma-corrected to linear at 16 bits, interleaved with alpha; alpha is left as it is in the destination. */
+ZUM_API ZumStatus zumiGammaInv_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** Gamma-corrected to linear at 16 bits, interleaved with alpha, in place; alpha is left as it is. */
+ZUM_API ZumStatus zumiGammaInv_16u_AC4IR(Zum16u* pSrcDst, int step, ZumiSize roi);
+/** Gamma-corrected to linear at 16 bits, three planes. */
+ZUM_API ZumStatus zumiGammaInv_16u_P3R(const Zum16u* const pSrc[3], int srcStep, Zum16u* const pDst[3], int dstStep,
+                                       ZumiSize roi);
+/** Gamma-corrected to linear at 16 bits, three planes, in place. */
+ZUM_API ZumStatus zumiGammaInv_16u_IP3R(Zum16u* const pSrcDst[3], int step, ZumiSize roi);
+/** Linear to gamma-corrected in single precision, interleaved. */
+ZUM_API ZumStatus zumiGammaFwd_32f_C3R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi,
+                                       Zum32f vMin, Zum32f vMax);
+/** Linear to gamma-corrected in single precision, interleaved, in place. */
+ZUM_API ZumStatus zumiGammaFwd_32f_C3IR(Zum32f* pSrcDst, int step, ZumiSize roi, Zum32f vMin, Zum32f vMax);
+/** Linear to gamma-corrected in single precision, interleaved with alpha; alpha is left as it is in the destination. */
+ZUM_API ZumStatus zumiGammaFwd_32f_AC4R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi,
+                                        Zum32f vMin, Zum32f vMax);
+/** Linear to gamma-corrected in single precision, interleaved with alpha, in place; alpha is left as it is. */
+ZUM_API ZumStatus zumiGammaFwd_32f_AC4IR(Zum32f* pSrcDst, int step, ZumiSize roi, Zum32f vMin, Zum32f vMax);
+/** Linear to gamma-corrected in single precision, three planes. */
+ZUM_API ZumStatus zumiGammaFwd_32f_P3R(const Zum32f* const pSrc[3], int srcStep, Zum32f* const pDst[3], int dstStep,
+                                       ZumiSize roi, Zum32f vMin, Zum32f vMax);
+/** Linear to gamma-corrected in single precision, three planes, in place. */
+ZUM_API ZumStatus zumiGammaFwd_32f_IP3R(Zum32f* const pSrcDst[3], int step, ZumiSize roi, Zum32f vMin, Zum32f vMax);
+/** Gamma-corrected to linear in single precision, interleaved. */
+ZUM_API ZumStatus zumiGammaInv_32f_C3R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi,
+                                       Zum32f vMin, Zum32f vMax);
+/** Gamma-corrected to linear in single precision, interleaved, in place. */
+ZUM_API ZumStatus zumiGammaInv_32f_C3IR(Zum32f* pSrcDst, int step, ZumiSize roi, Zum32f vMin, Zum32f vMax);
+/** Gamma-corrected to linear in single precision, interleaved with alpha; alpha is left as it is in the destination. */
+ZUM_API ZumStatus zumiGammaInv_32f_AC4R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi,
+                                        Zum32f vMin, Zum32f vMax);
+/** Gamma-corrected to linear in single precision, interleaved with alpha, in place; alpha is left as it is. */
+ZUM_API ZumStatus zumiGammaInv_32f_AC4IR(Zum32f* pSrcDst, int step, ZumiSize roi, Zum32f vMin, Zum32f vMax);
+/** Gamma-corrected to linear in single precision, three planes. */
+ZUM_API ZumStatus zumiGammaInv_32f_P3R(const Zum32f* const pSrc[3], int srcStep, Zum32f* const pDst[3], int dstStep,
+                                       ZumiSize roi, Zum32f vMin, Zum32f vMax);
+/** Gamma-corrected to linear in single precision, three planes, in place. */
+ZUM_API ZumStatus zumiGammaInv_32f_IP3R(Zum32f* const pSrcDst[3], int step, ZumiSize roi, Zum32f vMin, Zum32f vMax);
+
+/** @} */
+
 #ifdef __cplusplus
 }
 #endif

@@ -190,6 +190,13 @@ ZumStatus checkStepsBeforeSize(const Src& src, const Dst& dst, ZumiSize roi) {
   return below(roi, {1, 1}) ? zumErrSize : zumOk;
 }
 
+// The checks of the functions that look at the planes before the size and at the steps last.
+template <class Src, class Dst>
+ZumStatus checkPlanesFirstWithSteps(const Src& src, const Dst& dst, ZumiSize roi) {
+  if (const ZumStatus status = checkPlanesFirst(src, dst, roi, {1, 1})) return status;
+  return src.step < 1 || dst.step < 1 ? zumErrStep : zumOk;
+}
+
 }  // namespace zum
 
 #endif

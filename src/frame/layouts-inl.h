@@ -678,6 +678,33 @@ struct PlaneOfThreeOf4 : Plane1<T> {
   };
 };
 
+// Samples of four interleaved channels in memory order, vectors of samples. The fourth of each pixel stays as it is in
+// memory.
+template <class T>
+struct AllButFourth : Interleaved<T, 1, kLanes<T>> {
+  static constexpr bool kKeeps = true;
+
+  template <class Access = Whole>
+  static HWY_INLINE Vec<T> load(const T* row, Access access = {}) {
+    return access.load(Tag<T>(), row);
+  }
+
+  template <class Access = Whole>
+  static HWY_INLINE void store(Vec<T> v, T* row, Access access = {}) {
+    static constexpr Pixels kFourth;
+    const Tag<T> d;
+    access.store(hn::IfVecThenElse(hn::LoadDup128(d, kFourth.at), access.load(d, row), v), d, row);
+  }
+
+ private:
+  struct Pixels {
+    alignas(16) T at[16 / sizeof(T)];
+    constexpr Pixels() : at() {
+      for (std::size_t i = 3; i < 16 / sizeof(T); i += 4) at[i] = static_cast<T>(-1);
+    }
+  };
+};
+
 // ---- Other bytes, vectors of pixels in memory order
 
 // Chroma in 16-bit lanes, Cb and Cr in turn, the pair i for the pixels 4 i to 4 i + 3.

@@ -2,6 +2,8 @@
 
 #include <fnmatch.h>
 
+#include <cmath>
+
 namespace zumtest {
 namespace {
 
@@ -144,6 +146,17 @@ const Rule kRules[] = {
                      {{zumiBayerGRBG}, 3, 2, 3, 4}};
        t.refusals = {{{-1}, zumErrBadArg}, {{4}, zumErrBadArg}};
        t.rowsInOrder = false;
+     }},
+
+    {"zumiGamma*",
+     [](Traits& t) {
+       t.checks = {Check::kPointers, Check::kPlanes, Check::kSize, Check::kSteps};
+     }},
+    {"zumiGamma*_32f_*",
+     [](Traits& t) {
+       t.checks.insert(t.checks.begin(), Check::kParameters);
+       t.variants = {{{0, 1}}, {{0.25, 0.5}}, {{0.5, 0.5001}}, {{-3e38, 3e38}}};
+       t.refusals = {{{1, 1}, zumErrRange}, {{0.5, 0.25}, zumErrRange}, {{std::nan(""), 1}, zumErrRange}};
      }},
 };
 
