@@ -335,6 +335,18 @@ Prepare zum(ZumStatus (*f)(const Zum32f*, int, Zum32f*, int, ZumiSize, Zum32f, Z
   });
 }
 
+// A sepia tone; of four samples the last stays as it is.
+const float kSepia[3][4] = {{0.393f, 0.769f, 0.189f, 0}, {0.349f, 0.686f, 0.168f, 0}, {0.272f, 0.534f, 0.131f, 0}};
+const float kSepia4[4][4] = {
+    {0.393f, 0.769f, 0.189f, 0}, {0.349f, 0.686f, 0.168f, 0}, {0.272f, 0.534f, 0.131f, 0}, {0, 0, 0, 1}};
+template <class T>
+Prepare zum(ZumStatus (*f)(const T*, int, T*, int, ZumiSize, const Zum32f*)) {
+  return direct([f](auto& src, auto& dst) {
+    const float* matrix = &src.format() == &kC4x32f ? *kSepia4 : *kSepia;
+    check(f(pointerTo<const T*>(src), src.step(0), pointerTo<T*>(dst), dst.step(0), roiOf(src), matrix));
+  });
+}
+
 // libyuv's functions, by their shapes.
 template <class Result>
 Prepare yuv(Result (*f)(const uint8_t*, int, uint8_t*, int, int, int)) {
@@ -543,6 +555,32 @@ std::vector<Comparison> comparisons() {
                     }};
   const Peer sum{"OpenCV sum", [](auto& src, auto&) { return loop([in = matOf(src)] { cv::sum(in); }); }};
   const Peer mean{"OpenCV mean", [](auto& src, auto&) { return loop([in = matOf(src)] { cv::mean(in); }); }};
+  // With as many columns as there are samples, or one more for the offsets.
+  const Peer transform{
+      "OpenCV transform", [](auto& src, auto& dst) {
+        return loop([in = matOf(src), out = matOf(dst)]() mutable {
+          const bool four = in.channels() == 4;
+          cv::transform(in, out, cv::Mat(four ? 4 : 3, 4, CV_32F, const_cast<float*>(four ? *kSepia4 : *kSepia)));
+        });
+      }};
+  // In 64ths, blue first; alpha is converted too.
+  const Peer colorMatrix{"libyuv ARGBColorMatrix", direct([](auto& src, auto& dst) {
+                           const int8_t matrix[16] = {8, 34, 17, 0, 11, 44, 22, 0, 12, 49, 25, 0, 0, 0, 0, 64};
+                           libyuv::ARGBColorMatrix(src.data(), src.step(0), dst.data(), dst.step(0), matrix,
+                                                   src.size().width, src.size().height);
+                         })};
+  const Peer toneMap{"OpenCV minMaxIdx+convertTo", [](auto& src, auto& dst) {
+                       return loop([in = matOf(src), out = matOf(dst)]() mutable {
+                         double least, largest;
+                         cv::minMaxIdx(in, &least, &largest);
+                         in.convertTo(out, CV_8U, 255 / largest);
+                       });
+                     }};
+  const Peer toneMapMean{"OpenCV mean+convertTo", [](auto& src, auto& dst) {
+                           return loop([in = matOf(src), out = matOf(dst)]() mutable {
+                             in.convertTo(out, CV_8U, 127.5 / cv::mean(in)[0]);
+                           });
+                         }};
 
   return {
       {OURS(zumiCopy_8u_C1R), &kGray8, &kGray8, {copyRows, LIBYUV(CopyPlane)}},
@@ -914,6 +952,15 @@ std::vector<Comparison> comparisons() {
       {OURS(zumiGammaFwd_32f_C3R), &kC3x32f, &kC3x32f, {similar(openCvPower(0.45))}},
       {OURS(zumiGammaInv_32f_C3R), &kC3x32f, &kC3x32f, {similar(openCvPower(1 / 0.45))}},
   };
+
+  {OURS(zumiColorTwist32f_8u_C3R), &kC3, &kC3, {transform}},
+      {OURS(zumiColorTwist32f_8u_AC4R), &kC4, &kC4, {similar(transform), similar(colorMatrix)}},
+      {OURS(zumiColorTwist32f_16u_C3R), &kC3x16, &kC3x16, {transform}},
+      {OURS(zumiColorTwist_32f_C3R), &kC3x32f, &kC3x32f, {transform}},
+      {OURS(zumiColorTwist_32f_C4R), &kC4x32f, &kC4x32f, {transform}},
+      {OURS(zumiToneMapLinear_32f8u_C1R), &kGray32f, &kGray8, {toneMap}},
+      {OURS(zumiToneMapMean_32f8u_C1R), &kGray32f, &kGray8, {toneMapMean}},
+};
 }
 
 // ---- Measuring ------------------------------------------------------------------------------------------------------

@@ -1597,6 +1597,232 @@ ZUM_API ZumStatus zumiGammaInv_32f_P3R(const Zum32f* const pSrc[3], int srcStep,
                                        ZumiSize roi, Zum32f vMin, Zum32f vMax);
 /** Gamma-corrected to linear in single precision, three planes, in place. */
 ZUM_API ZumStatus zumiGammaInv_32f_IP3R(Zum32f* const pSrcDst[3], int step, ZumiSize roi, Zum32f vMin, Zum32f vMax);
+/** @defgroup colortwist Colour twist
+ *  An affine map of the three colour samples of each pixel. twist is a matrix of three rows of four, row after row:
+ *  output i is t[i][0] x0 + t[i][1] x1 + t[i][2] x2 + t[i][3], in single precision whatever the samples. The additions
+ *  are made in this order, with a rounding after each operation:
+ *
+ *  | samples           | order                                                                   |
+ *  |-------------------|-------------------------------------------------------------------------|
+ *  | 8u, 16u, 16s, 32f | (t[i][3] + x0 t[i][0]) + (x2 t[i][2] + x1 t[i][1])                      |
+ *  | 8s                | ((x0 t[i][0] + x1 t[i][1]) + x2 t[i][2]) + t[i][3]                      |
+ *  | 32f C4            | ((x0 t[i][0] + x1 t[i][1]) + x2 t[i][2]) + x3 t[i][3], i from 0 to 3    |
+ *
+ *  zumiColorTwist_32f stores the sums as they are, rounded by the caller's rounding mode. zumiColorTwist32f limits them
+ *  to the range of the samples and rounds them to the nearest integer, ties to even, whatever rounding mode the caller
+ *  has set; the sums are formed in this mode too. The caller's mode is the same after the call. A NaN becomes the
+ *  largest sample.
+ *
+ *  AC4: the fourth sample of a pixel is neither read nor written. C3IR, AC4IR and IP3R convert one image in place.
+ *  Checks: null pointers, those inside plane arrays included; the size, at least 1 by 1; every step at least 1
+ *  (zumErrStep). Steps are exact bytes, also odd ones. One thread.
+ *  @{ */
+
+/** Colour twist, single precision, interleaved. */
+ZUM_API ZumStatus zumiColorTwist_32f_C3R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi,
+                                         const Zum32f* twist);
+/** Colour twist, single precision, interleaved, in place. */
+ZUM_API ZumStatus zumiColorTwist_32f_C3IR(Zum32f* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist);
+/** Colour twist, single precision, interleaved with alpha. */
+ZUM_API ZumStatus zumiColorTwist_32f_AC4R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi,
+                                          const Zum32f* twist);
+/** Colour twist, single precision, interleaved with alpha, in place. */
+ZUM_API ZumStatus zumiColorTwist_32f_AC4IR(Zum32f* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist);
+/** Colour twist, single precision, three planes. */
+ZUM_API ZumStatus zumiColorTwist_32f_P3R(const Zum32f* const pSrc[3], int srcStep, Zum32f* const pDst[3], int dstStep,
+                                         ZumiSize roi, const Zum32f* twist);
+/** Colour twist, single precision, three planes, in place. */
+ZUM_API ZumStatus zumiColorTwist_32f_IP3R(Zum32f* const pSrcDst[3], int srcDstStep, ZumiSize roi, const Zum32f* twist);
+/** A linear map of four samples, single precision: twist has four rows of four, and no offsets. If both steps are
+ *  equal to width times 4, a quarter of a row, the image is taken as one row of width times height pixels. */
+ZUM_API ZumStatus zumiColorTwist_32f_C4R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi,
+                                         const Zum32f* twist);
+/** Colour twist, unsigned 8-bit, interleaved. */
+ZUM_API ZumStatus zumiColorTwist32f_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                           const Zum32f* twist);
+/** Colour twist, unsigned 8-bit, interleaved, in place. */
+ZUM_API ZumStatus zumiColorTwist32f_8u_C3IR(Zum8u* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist);
+/** Colour twist, unsigned 8-bit, interleaved with alpha. */
+ZUM_API ZumStatus zumiColorTwist32f_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                            const Zum32f* twist);
+/** Colour twist, unsigned 8-bit, interleaved with alpha, in place. */
+ZUM_API ZumStatus zumiColorTwist32f_8u_AC4IR(Zum8u* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist);
+/** Colour twist, unsigned 8-bit, three planes. */
+ZUM_API ZumStatus zumiColorTwist32f_8u_P3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* const pDst[3], int dstStep,
+                                           ZumiSize roi, const Zum32f* twist);
+/** Colour twist, unsigned 8-bit, three planes, in place. */
+ZUM_API ZumStatus zumiColorTwist32f_8u_IP3R(Zum8u* const pSrcDst[3], int srcDstStep, ZumiSize roi, const Zum32f* twist);
+/** Colour twist, signed 8-bit, interleaved. */
+ZUM_API ZumStatus zumiColorTwist32f_8s_C3R(const Zum8s* pSrc, int srcStep, Zum8s* pDst, int dstStep, ZumiSize roi,
+                                           const Zum32f* twist);
+/** Colour twist, signed 8-bit, interleaved, in place. */
+ZUM_API ZumStatus zumiColorTwist32f_8s_C3IR(Zum8s* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist);
+/** Colour twist, signed 8-bit, interleaved with alpha. */
+ZUM_API ZumStatus zumiColorTwist32f_8s_AC4R(const Zum8s* pSrc, int srcStep, Zum8s* pDst, int dstStep, ZumiSize roi,
+                                            const Zum32f* twist);
+/** Colour twist, signed 8-bit, interleaved with alpha, in place. */
+ZUM_API ZumStatus zumiColorTwist32f_8s_AC4IR(Zum8s* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist);
+/** Colour twist, signed 8-bit, three planes. */
+ZUM_API ZumStatus zumiColorTwist32f_8s_P3R(const Zum8s* const pSrc[3], int srcStep, Zum8s* const pDst[3], int dstStep,
+                                           ZumiSize roi, const Zum32f* twist);
+/** Colour twist, signed 8-bit, three planes, in place. */
+ZUM_API ZumStatus zumiColorTwist32f_8s_IP3R(Zum8s* const pSrcDst[3], int srcDstStep, ZumiSize roi, const Zum32f* twist);
+/** Colour twist, unsigned 16-bit, interleaved. */
+ZUM_API ZumStatus zumiColorTwist32f_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi,
+                                            const Zum32f* twist);
+/** Colour twist, unsigned 16-bit, interleaved, in place. */
+ZUM_API ZumStatus zumiColorTwist32f_16u_C3IR(Zum16u* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist);
+/** Colour twist, unsigned 16-bit, interleaved with alpha. */
+ZUM_API ZumStatus zumiColorTwist32f_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi,
+                                             const Zum32f* twist);
+/** Colour twist, unsigned 16-bit, interleaved with alpha, in place. */
+ZUM_API ZumStatus zumiColorTwist32f_16u_AC4IR(Zum16u* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist);
+/** Colour twist, unsigned 16-bit, three planes. */
+ZUM_API ZumStatus zumiColorTwist32f_16u_P3R(const Zum16u* const pSrc[3], int srcStep, Zum16u* const pDst[3],
+                                            int dstStep, ZumiSize roi, const Zum32f* twist);
+/** Colour twist, unsigned 16-bit, three planes, in place. */
+ZUM_API ZumStatus zumiColorTwist32f_16u_IP3R(Zum16u* const pSrcDst[3], int srcDstStep, ZumiSize roi,
+                                             const Zum32f* twist);
+/** Colour twist, signed 16-bit, interleaved. */
+ZUM_API ZumStatus zumiColorTwist32f_16s_C3R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi,
+                                            const Zum32f* twist);
+/** Colour twist, signed 16-bit, interleaved, in place. */
+ZUM_API ZumStatus zumiColorTwist32f_16s_C3IR(Zum16s* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist);
+/** Colour twist, signed 16-bit, interleaved with alpha. */
+ZUM_API ZumStatus zumiColorTwist32f_16s_AC4R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi,
+                                             const Zum32f* twist);
+/** Colour twist, signed 16-bit, interleaved with alpha, in place. */
+ZUM_API ZumStatus zumiColorTwist32f_16s_AC4IR(Zum16s* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist);
+/** Colour twist, signed 16-bit, three planes. */
+ZUM_API ZumStatus zumiColorTwist32f_16s_P3R(const Zum16s* const pSrc[3], int srcStep, Zum16s* const pDst[3],
+                                            int dstStep, ZumiSize roi, const Zum32f* twist);
+/** Colour twist, signed 16-bit, three planes, in place. */
+ZUM_API ZumStatus zumiColorTwist32f_16s_IP3R(Zum16s* const pSrcDst[3], int srcDstStep, ZumiSize roi,
+                                             const Zum32f* twist);
+
+/** @} */
+
+/** @defgroup tonemap Tone mapping
+ *  One channel of unbounded range to 8 bits, by one scale factor taken from the image. Products are truncated toward
+ *  zero to 32-bit integers; a NaN, and a product beyond their range, becomes the most negative integer.
+ *
+ *  If the maximum, or twice the mean, is negative or a NaN, nothing is written and the status is zumWrnNoOperation. If
+ *  it is not above the smallest normal number, 1.1754944e-38, all of pDst becomes 0.
+ *
+ *  Checks: those of zumiMax_32f_C1R on source and size. Steps are not checked, and pDst only if it is filled with 0.
+ *  One thread.
+ *  @{ */
+
+/** Scales the maximum (zumiMax_32f_C1R) to 255, in single precision, and stores the low 8 bits: negative samples wrap
+ *  around. */
+ZUM_API ZumStatus zumiToneMapLinear_32f8u_C1R(const Zum32f* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** Scales twice the mean (zumiMean_32f_C1R with zumHintFast) to 255, the factor computed in double and rounded to
+ *  single precision, and limits to 0..255. A product beyond 32 bits becomes 0, even a positive one. */
+ZUM_API ZumStatus zumiToneMapMean_32f8u_C1R(const Zum32f* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+
+/** @} */
+
+/** @defgroup ycocg YCoCg
+ *  Interleaved BGR, or BGRA, to and from planes of Y, Co and Cg. SBGR is BGR of signed 16-bit samples. There is a lossy
+ *  transform, and a reversible one of lifting steps, named _Rev, whose inverse gives the source back. Right shifts
+ *  round down.
+ *
+ *  |            | lossy                         | _Rev                                                              |
+ *  |------------|-------------------------------|-------------------------------------------------------------------|
+ *  | to YCoCg   | Y = (R + 2 G + B + 2) >> 2    | Co = R - B, t = B + (Co >> 1)                                     |
+ *  |            | Co = (R - B + 1) >> 1         | Cg = G - t                                                        |
+ *  |            | Cg = (2 G - R - B + 2) >> 2   | Y = t + (Cg >> 1)                                                 |
+ *  | from YCoCg | R = Y + Co - Cg               | t = Y - (Cg >> 1)                                                 |
+ *  |            | G = Y + Cg                    | G = Cg + t                                                        |
+ *  |            | B = Y - Co - Cg               | B = t - (Co >> 1), R = Co + B                                     |
+ *
+ *  | depth       | arithmetic                                                                                    |
+ *  |-------------|-----------------------------------------------------------------------------------------------|
+ *  | 8u16s       | exact                                                                                         |
+ *  | 16s32s      | exact                                                                                         |
+ *  | 16s to      | lossy: exact sums, saturated to 16 bits in block columns (width rounded down to 4); elsewhere |
+ *  |             | the low 16 bits. _Rev: every step wraps around at 16 bits                                     |
+ *  | 16s8u       | wraps around at 16 bits; then each of B, G and R is limited to 0..255                         |
+ *  | 16s from    | wraps around at 16 bits                                                                       |
+ *  | 32s16s      | wraps around at 32 bits; then the low 16 bits                                                 |
+ *
+ *  C4 sources: the fourth sample is ignored. C4 destinations: the fourth sample of each pixel becomes fourth. The
+ *  planes share one step, in bytes; steps are not checked. The only checks are those of the pointers: a width or
+ *  height below 1 writes nothing and gives zumOk. One thread.
+ *  @{ */
+
+/** BGR to YCoCg, unsigned 8-bit to signed 16-bit. */
+ZUM_API ZumStatus zumiBGRToYCoCg_8u16s_C3P3R(const Zum8u* pSrc, int srcStep, Zum16s* const pDst[3], int dstStep,
+                                             ZumiSize roi);
+/** BGRA to YCoCg, unsigned 8-bit to signed 16-bit. */
+ZUM_API ZumStatus zumiBGRToYCoCg_8u16s_C4P3R(const Zum8u* pSrc, int srcStep, Zum16s* const pDst[3], int dstStep,
+                                             ZumiSize roi);
+/** YCoCg to BGR, signed 16-bit to unsigned 8-bit. */
+ZUM_API ZumStatus zumiYCoCgToBGR_16s8u_P3C3R(const Zum16s* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep,
+                                             ZumiSize roi);
+/** YCoCg to BGRA, signed 16-bit to unsigned 8-bit. */
+ZUM_API ZumStatus zumiYCoCgToBGR_16s8u_P3C4R(const Zum16s* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep,
+                                             ZumiSize roi, Zum8u fourth);
+/** SBGR to YCoCg, signed 16-bit. */
+ZUM_API ZumStatus zumiSBGRToYCoCg_16s_C3P3R(const Zum16s* pSrc, int srcStep, Zum16s* const pDst[3], int dstStep,
+                                            ZumiSize roi);
+/** SBGRA to YCoCg, signed 16-bit. */
+ZUM_API ZumStatus zumiSBGRToYCoCg_16s_C4P3R(const Zum16s* pSrc, int srcStep, Zum16s* const pDst[3], int dstStep,
+                                            ZumiSize roi);
+/** YCoCg to SBGR, signed 16-bit. */
+ZUM_API ZumStatus zumiYCoCgToSBGR_16s_P3C3R(const Zum16s* const pSrc[3], int srcStep, Zum16s* pDst, int dstStep,
+                                            ZumiSize roi);
+/** YCoCg to SBGRA, signed 16-bit. */
+ZUM_API ZumStatus zumiYCoCgToSBGR_16s_P3C4R(const Zum16s* const pSrc[3], int srcStep, Zum16s* pDst, int dstStep,
+                                            ZumiSize roi, Zum16s fourth);
+/** SBGR to YCoCg, signed 16-bit to 32-bit. */
+ZUM_API ZumStatus zumiSBGRToYCoCg_16s32s_C3P3R(const Zum16s* pSrc, int srcStep, Zum32s* const pDst[3], int dstStep,
+                                               ZumiSize roi);
+/** SBGRA to YCoCg, signed 16-bit to 32-bit. */
+ZUM_API ZumStatus zumiSBGRToYCoCg_16s32s_C4P3R(const Zum16s* pSrc, int srcStep, Zum32s* const pDst[3], int dstStep,
+                                               ZumiSize roi);
+/** YCoCg to SBGR, signed 32-bit to 16-bit. */
+ZUM_API ZumStatus zumiYCoCgToSBGR_32s16s_P3C3R(const Zum32s* const pSrc[3], int srcStep, Zum16s* pDst, int dstStep,
+                                               ZumiSize roi);
+/** YCoCg to SBGRA, signed 32-bit to 16-bit. */
+ZUM_API ZumStatus zumiYCoCgToSBGR_32s16s_P3C4R(const Zum32s* const pSrc[3], int srcStep, Zum16s* pDst, int dstStep,
+                                               ZumiSize roi, Zum16s fourth);
+/** BGR to YCoCg, reversible, unsigned 8-bit to signed 16-bit. */
+ZUM_API ZumStatus zumiBGRToYCoCg_Rev_8u16s_C3P3R(const Zum8u* pSrc, int srcStep, Zum16s* const pDst[3], int dstStep,
+                                                 ZumiSize roi);
+/** BGRA to YCoCg, reversible, unsigned 8-bit to signed 16-bit. */
+ZUM_API ZumStatus zumiBGRToYCoCg_Rev_8u16s_C4P3R(const Zum8u* pSrc, int srcStep, Zum16s* const pDst[3], int dstStep,
+                                                 ZumiSize roi);
+/** YCoCg to BGR, reversible, signed 16-bit to unsigned 8-bit. */
+ZUM_API ZumStatus zumiYCoCgToBGR_Rev_16s8u_P3C3R(const Zum16s* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep,
+                                                 ZumiSize roi);
+/** YCoCg to BGRA, reversible, signed 16-bit to unsigned 8-bit. */
+ZUM_API ZumStatus zumiYCoCgToBGR_Rev_16s8u_P3C4R(const Zum16s* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep,
+                                                 ZumiSize roi, Zum8u fourth);
+/** SBGR to YCoCg, reversible, signed 16-bit. */
+ZUM_API ZumStatus zumiSBGRToYCoCg_Rev_16s_C3P3R(const Zum16s* pSrc, int srcStep, Zum16s* const pDst[3], int dstStep,
+                                                ZumiSize roi);
+/** SBGRA to YCoCg, reversible, signed 16-bit. */
+ZUM_API ZumStatus zumiSBGRToYCoCg_Rev_16s_C4P3R(const Zum16s* pSrc, int srcStep, Zum16s* const pDst[3], int dstStep,
+                                                ZumiSize roi);
+/** YCoCg to SBGR, reversible, signed 16-bit. */
+ZUM_API ZumStatus zumiYCoCgToSBGR_Rev_16s_P3C3R(const Zum16s* const pSrc[3], int srcStep, Zum16s* pDst, int dstStep,
+                                                ZumiSize roi);
+/** YCoCg to SBGRA, reversible, signed 16-bit. */
+ZUM_API ZumStatus zumiYCoCgToSBGR_Rev_16s_P3C4R(const Zum16s* const pSrc[3], int srcStep, Zum16s* pDst, int dstStep,
+                                                ZumiSize roi, Zum16s fourth);
+/** SBGR to YCoCg, reversible, signed 16-bit to 32-bit. */
+ZUM_API ZumStatus zumiSBGRToYCoCg_Rev_16s32s_C3P3R(const Zum16s* pSrc, int srcStep, Zum32s* const pDst[3], int dstStep,
+                                                   ZumiSize roi);
+/** SBGRA to YCoCg, reversible, signed 16-bit to 32-bit. */
+ZUM_API ZumStatus zumiSBGRToYCoCg_Rev_16s32s_C4P3R(const Zum16s* pSrc, int srcStep, Zum32s* const pDst[3], int dstStep,
+                                                   ZumiSize roi);
+/** YCoCg to SBGR, reversible, signed 32-bit to 16-bit. */
+ZUM_API ZumStatus zumiYCoCgToSBGR_Rev_32s16s_P3C3R(const Zum32s* const pSrc[3], int srcStep, Zum16s* pDst, int dstStep,
+                                                   ZumiSize roi);
+/** YCoCg to SBGRA, reversible, signed 32-bit to 16-bit. */
+ZUM_API ZumStatus zumiYCoCgToSBGR_Rev_32s16s_P3C4R(const Zum32s* const pSrc[3], int srcStep, Zum16s* pDst, int dstStep,
+                                                   ZumiSize roi, Zum16s fourth);
 
 /** @} */
 

@@ -93,6 +93,7 @@ std::vector<Fault> faultsOf(const Function& function, ZumiSize size) {
   for (size_t i = 0; i < function.kinds.size(); ++i) {
     if (i == function.traits.optionalArgument) continue;
     const Kind kind = function.kinds[i];
+    if (kind == Kind::kDestination && !function.traits.checksDestination) continue;
     if (kind == Kind::kSource || kind == Kind::kDestination || kind == Kind::kSourcePlanes ||
         kind == Kind::kDestinationPlanes)
       faults.push_back({Check::kPointers, zumErrNullPtr, "argument " + std::to_string(i) + " null",

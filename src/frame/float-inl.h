@@ -117,12 +117,35 @@ HWY_INLINE VF32 partToFloat(VU16 samples) {
   const VU16 wide = part == 0 ? hn::InterleaveLower(d, samples, zero) : hn::InterleaveUpper(d, samples, zero);
   return toFloat(hn::BitCast(Tag<std::int32_t>(), wide));
 }
+// The four bytes of a part, each in one place of a 32-bit lane, with zeros in the others.
+template <std::size_t part, std::size_t place>
+HWY_INLINE VI32 widenedPart(VU8 samples) {
+  struct Index {
+    alignas(16) std::uint8_t at[16];
+    constexpr Index() : at() {
+      for (std::size_t i = 0; i < 16; ++i) at[i] = static_cast<std::uint8_t>(i % 4 == place ? 4 * part + i / 4 : 0x80);
+    }
+  };
+  static constexpr Index kIndex;
+  const Tag<std::uint8_t> d;
+  return hn::BitCast(Tag<std::int32_t>(), hn::TableLookupBytesOr0(samples, hn::LoadDup128(d, kIndex.at)));
+}
 template <std::size_t part>
 HWY_INLINE VF32 partToFloat(VU8 samples) {
-  const Tag<std::uint8_t> d;
-  const VU8 zero = hn::Zero(d);
-  const VU8 wide = part < 2 ? hn::InterleaveLower(d, samples, zero) : hn::InterleaveUpper(d, samples, zero);
-  return partToFloat<part % 2>(hn::BitCast(Tag<std::uint16_t>(), wide));
+  return toFloat(widenedPart<part, 0>(samples));
+}
+
+// A part of signed samples: above zeros they keep their sign when the 32-bit lanes are moved down.
+template <std::size_t part>
+HWY_INLINE VF32 partToFloat(VI16 samples) {
+  const Tag<std::int16_t> d;
+  const VI16 zero = hn::Zero(d);
+  const VI16 wide = part == 0 ? hn::InterleaveLower(d, zero, samples) : hn::InterleaveUpper(d, zero, samples);
+  return toFloat(hn::ShiftRight<16>(hn::BitCast(Tag<std::int32_t>(), wide)));
+}
+template <std::size_t part>
+HWY_INLINE VF32 partToFloat(Vec<std::int8_t> samples) {
+  return toFloat(hn::ShiftRight<24>(widenedPart<part, 3>(hn::BitCast(Tag<std::uint8_t>(), samples))));
 }
 
 // Floats are their own only part.
@@ -184,11 +207,11 @@ struct LowBits {
 
 // One member of all parts, joined.
 template <class Range, class Part>
-HWY_INLINE VU8 join(const std::array<Part, 4>& parts, VI32 Part::*member) {
+HWY_INLINE auto join(const std::array<Part, 4>& parts, VI32 Part::*member) {
   return Range::join(parts[0].*member, parts[1].*member, parts[2].*member, parts[3].*member);
 }
 template <class Range, class Part>
-HWY_INLINE VU16 join(const std::array<Part, 2>& parts, VI32 Part::*member) {
+HWY_INLINE auto join(const std::array<Part, 2>& parts, VI32 Part::*member) {
   return Range::join(parts[0].*member, parts[1].*member);
 }
 template <class Range, class Part>

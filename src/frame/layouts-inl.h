@@ -796,26 +796,30 @@ struct FourChannels {
 };
 
 // Four interleaved channels. A load leaves out the fourth.
-struct Packed4 : Interleaved<std::uint8_t, 4, kLanes<std::uint8_t>> {
+template <class T>
+struct Interleaved4 : Interleaved<T, 4, kLanes<T>> {
   static constexpr bool kWoven = true;
 
   template <class Access = Whole>
-  static HWY_INLINE Channels<VU8> load(const std::uint8_t* row, Access access = {}) {
-    const FourChannels<VU8> v = loadAll(row, access);
+  static HWY_INLINE Channels<Vec<T>> load(const T* row, Access access = {}) {
+    const FourChannels<Vec<T>> v = loadAll(row, access);
     return {v.c0, v.c1, v.c2};
   }
 
   template <class Access>
-  static HWY_INLINE FourChannels<VU8> loadAll(const std::uint8_t* row, Access access) {
+  static HWY_INLINE FourChannels<Vec<T>> loadAll(const T* row, Access access) {
     const VU8 v0 = part(row, 0, access), v1 = part(row, 1, access), v2 = part(row, 2, access),
               v3 = part(row, 3, access);
+    const Tag<T> to;
 #if HWY_TARGET <= HWY_AVX3_DL
     const Tag<std::uint8_t> d;
-    static constexpr Index<64> kFirstTwo = channelBytes(0), kLastTwo = channelBytes(2);
+    static constexpr Bytes<64> kFirstTwo = channelBytes(0), kLastTwo = channelBytes(2);
     const VU8 lower01 = gather(v0, v1, kFirstTwo), lower23 = gather(v0, v1, kLastTwo),
               upper01 = gather(v2, v3, kFirstTwo), upper23 = gather(v2, v3, kLastTwo);
-    return {hn::ConcatLowerLower(d, upper01, lower01), hn::ConcatUpperUpper(d, upper01, lower01),
-            hn::ConcatLowerLower(d, upper23, lower23), hn::ConcatUpperUpper(d, upper23, lower23)};
+    return {hn::BitCast(to, hn::ConcatLowerLower(d, upper01, lower01)),
+            hn::BitCast(to, hn::ConcatUpperUpper(d, upper01, lower01)),
+            hn::BitCast(to, hn::ConcatLowerLower(d, upper23, lower23)),
+            hn::BitCast(to, hn::ConcatUpperUpper(d, upper23, lower23))};
 #else
     const Tag<std::uint32_t> d;
     const Tag<std::uint64_t> d64;
@@ -824,7 +828,6 @@ struct Packed4 : Interleaved<std::uint8_t, 4, kLanes<std::uint8_t>> {
                upper01 = hn::BitCast(d64, hn::InterleaveUpper(d, g0, g1)),
                lower23 = hn::BitCast(d64, hn::InterleaveLower(d, g2, g3)),
                upper23 = hn::BitCast(d64, hn::InterleaveUpper(d, g2, g3));
-    const Tag<std::uint8_t> to;
     return {hn::BitCast(to, hn::InterleaveLower(d64, lower01, lower23)),
             hn::BitCast(to, hn::InterleaveUpper(d64, lower01, lower23)),
             hn::BitCast(to, hn::InterleaveLower(d64, upper01, upper23)),
@@ -833,100 +836,115 @@ struct Packed4 : Interleaved<std::uint8_t, 4, kLanes<std::uint8_t>> {
   }
 
   template <class Access = Whole>
-  static HWY_INLINE void store(const FourChannels<VU8>& v, std::uint8_t* row, Access access = {}) {
-#if HWY_TARGET <= HWY_AVX3_DL
-    const Halves<VU8> first = zip(v.c0, v.c1), second = zip(v.c2, v.c3);
-    const Halves<VU8> lower = zip16(first.a, second.a), upper = zip16(first.b, second.b);
-    storeParts(lower.a, lower.b, upper.a, upper.b, row, access);
-#else
-    const Tag<std::uint8_t> d;
-    const Halves<VU8> lower = zipBlocks16(hn::InterleaveLower(d, v.c0, v.c1), hn::InterleaveLower(d, v.c2, v.c3)),
-                      upper = zipBlocks16(hn::InterleaveUpper(d, v.c0, v.c1), hn::InterleaveUpper(d, v.c2, v.c3));
+  static HWY_INLINE void store(const FourChannels<Vec<T>>& v, T* row, Access access = {}) {
+    using Sample = hwy::MakeUnsigned<T>;
+    using Pair = hwy::MakeWide<Sample>;
+    const Tag<std::uint8_t> bytes;
+    const auto first = zipUnits<Sample>(hn::BitCast(bytes, v.c0), hn::BitCast(bytes, v.c1)),
+               second = zipUnits<Sample>(hn::BitCast(bytes, v.c2), hn::BitCast(bytes, v.c3));
+    const Halves<VU8> lower = zipUnits<Pair>(first.a, second.a), upper = zipUnits<Pair>(first.b, second.b);
 #if HWY_TARGET == HWY_AVX2
-    storeParts(hn::ConcatLowerLower(d, lower.b, lower.a), hn::ConcatLowerLower(d, upper.b, upper.a),
-               hn::ConcatUpperUpper(d, lower.b, lower.a), hn::ConcatUpperUpper(d, upper.b, upper.a), row, access);
+    storeParts(hn::ConcatLowerLower(bytes, lower.b, lower.a), hn::ConcatLowerLower(bytes, upper.b, upper.a),
+               hn::ConcatUpperUpper(bytes, lower.b, lower.a), hn::ConcatUpperUpper(bytes, upper.b, upper.a), row,
+               access);
 #else
     storeParts(lower.a, lower.b, upper.a, upper.b, row, access);
-#endif
 #endif
   }
 
-  static Pixel pixel(const std::uint8_t* row, std::size_t x) { return {row[4 * x], row[4 * x + 1], row[4 * x + 2]}; }
-  static void setPixel(std::uint8_t* row, std::size_t x, const Pixel& p, std::uint8_t fourth) {
-    row[4 * x] = static_cast<std::uint8_t>(p.c0);
-    row[4 * x + 1] = static_cast<std::uint8_t>(p.c1);
-    row[4 * x + 2] = static_cast<std::uint8_t>(p.c2);
+  static Pixel pixel(const T* row, std::size_t x) { return {row[4 * x], row[4 * x + 1], row[4 * x + 2]}; }
+  static void setPixel(T* row, std::size_t x, const Pixel& p, T fourth) {
+    row[4 * x] = static_cast<T>(p.c0);
+    row[4 * x + 1] = static_cast<T>(p.c1);
+    row[4 * x + 2] = static_cast<T>(p.c2);
     row[4 * x + 3] = fourth;
   }
 
  private:
   template <std::size_t bytes>
-  struct Index {
+  struct Bytes {
     alignas(bytes) std::uint8_t at[bytes];
   };
 
-  // A quarter of the pixels; with AVX2 such that block b of part i holds pixels 16 b + 4 i and following.
+  // A quarter of the pixels; with AVX2 such that block b of part i is block 4 b + i of memory.
   template <class Access>
-  static HWY_INLINE VU8 part(const std::uint8_t* row, std::size_t i, Access access) {
-    const Tag<std::uint8_t> d;
+  static HWY_INLINE VU8 part(const T* row, std::size_t i, Access access) {
+    const Tag<T> d;
 #if HWY_TARGET == HWY_AVX2
-    const hn::Half<Tag<std::uint8_t>> half;
-    return hn::Combine(d, access.load(half, row, 64 + 16 * i), access.load(half, row, 16 * i));
+    const hn::Half<Tag<T>> half;
+    constexpr std::size_t kBlock = kLanes<T> / 2;
+    const Vec<T> v = hn::Combine(d, access.load(half, row, (4 + i) * kBlock), access.load(half, row, i * kBlock));
 #else
-    return access.samples(4).load(d, row, i * kLanes<std::uint8_t>);
+    const Vec<T> v = access.samples(4).load(d, row, i * kLanes<T>);
 #endif
+    return hn::BitCast(Tag<std::uint8_t>(), v);
   }
 
   template <class Access>
-  static HWY_INLINE void storeParts(VU8 v0, VU8 v1, VU8 v2, VU8 v3, std::uint8_t* row, Access access) {
-    const Tag<std::uint8_t> d;
+  static HWY_INLINE void storeParts(VU8 v0, VU8 v1, VU8 v2, VU8 v3, T* row, Access access) {
+    const Tag<T> d;
     const Access samples = access.samples(4);
-    samples.store(v0, d, row);
-    samples.store(v1, d, row, kLanes<std::uint8_t>);
-    samples.store(v2, d, row, 2 * kLanes<std::uint8_t>);
-    samples.store(v3, d, row, 3 * kLanes<std::uint8_t>);
+    samples.store(hn::BitCast(d, v0), d, row);
+    samples.store(hn::BitCast(d, v1), d, row, kLanes<T>);
+    samples.store(hn::BitCast(d, v2), d, row, 2 * kLanes<T>);
+    samples.store(hn::BitCast(d, v3), d, row, 3 * kLanes<T>);
   }
 
 #if HWY_TARGET <= HWY_AVX3_DL
-  // Of 32 pixels in two vectors, the bytes of a channel and then those of the next.
-  static constexpr Index<64> channelBytes(std::size_t channel) {
-    Index<64> index{};
-    for (std::size_t i = 0; i < 64; ++i) index.at[i] = static_cast<std::uint8_t>(4 * (i % 32) + channel + i / 32);
+  // Of the pixels in two vectors, the bytes of a channel and then those of the next.
+  static constexpr Bytes<64> channelBytes(std::size_t channel) {
+    constexpr std::size_t kHalf = kLanes<T> / 2;
+    Bytes<64> index{};
+    for (std::size_t b = 0; b < 64; ++b) {
+      const std::size_t i = b / sizeof(T);
+      index.at[b] = static_cast<std::uint8_t>((4 * (i % kHalf) + channel + i / kHalf) * sizeof(T) + b % sizeof(T));
+    }
     return index;
   }
-  static HWY_INLINE VU8 gather(VU8 v0, VU8 v1, const Index<64>& index) {
+  static HWY_INLINE VU8 gather(VU8 v0, VU8 v1, const Bytes<64>& index) {
     return VU8{_mm512_permutex2var_epi8(v0.raw, _mm512_load_si512(index.at), v1.raw)};
   }
 
-  // Pairs of bytes of two vectors in turn, in order over both results.
-  static HWY_INLINE Halves<VU8> zip16(VU8 v0, VU8 v1) {
-    struct Order {
-      alignas(64) std::uint16_t at[2][32];
-      constexpr Order() : at() {
-        for (int i = 0; i < 64; ++i) at[i / 32][i % 32] = static_cast<std::uint16_t>(i / 2 + i % 2 * 32);
-      }
-    };
-    static constexpr Order kOrder;
-    return {VU8{_mm512_permutex2var_epi16(v0.raw, _mm512_load_si512(kOrder.at[0]), v1.raw)}, VU8 {
-              _mm512_permutex2var_epi16(v0.raw, _mm512_load_si512(kOrder.at[1]), v1.raw)
-            }};
+  // Units of two vectors in turn, in order over both results.
+  template <class Unit>
+  static HWY_INLINE Halves<VU8> zipUnits(VU8 v0, VU8 v1) {
+    static constexpr Bytes<64> kLower = zipped(sizeof(Unit), 0), kUpper = zipped(sizeof(Unit), 32);
+    return {gather(v0, v1, kLower), gather(v0, v1, kUpper)};
+  }
+  static constexpr Bytes<64> zipped(std::size_t unit, std::size_t begin) {
+    Bytes<64> index{};
+    for (std::size_t b = 0; b < 64; ++b) {
+      const std::size_t i = b / unit;
+      index.at[b] = static_cast<std::uint8_t>(begin + i / 2 * unit + b % unit + i % 2 * 64);
+    }
+    return index;
   }
 #else
-  // The four pixels of each block grouped by channel.
+  // The pixels of each block grouped by channel.
   static HWY_INLINE VU32 group(VU8 v) {
-    static constexpr Index<16> kGroup{{0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15}};
+    static constexpr Bytes<16> kGroup = grouping();
     return hn::BitCast(Tag<std::uint32_t>(), hn::TableLookupBytes(v, hn::LoadDup128(Tag<std::uint8_t>(), kGroup.at)));
   }
+  static constexpr Bytes<16> grouping() {
+    Bytes<16> index{};
+    for (std::size_t b = 0; b < 16; ++b) {
+      const std::size_t channel = b / 4, pixel = b % 4 / sizeof(T);
+      index.at[b] = static_cast<std::uint8_t>((4 * pixel + channel) * sizeof(T) + b % sizeof(T));
+    }
+    return index;
+  }
 
-  // Pairs of bytes of two vectors in turn, in blocks.
-  static HWY_INLINE Halves<VU8> zipBlocks16(VU8 v0, VU8 v1) {
+  // Units of two vectors in turn, in blocks.
+  template <class Unit>
+  static HWY_INLINE Halves<VU8> zipUnits(VU8 v0, VU8 v1) {
     const Tag<std::uint8_t> d;
-    const Tag<std::uint16_t> d16;
-    const VU16 w0 = hn::BitCast(d16, v0), w1 = hn::BitCast(d16, v1);
-    return {hn::BitCast(d, hn::InterleaveLower(d16, w0, w1)), hn::BitCast(d, hn::InterleaveUpper(d16, w0, w1))};
+    const Tag<Unit> units;
+    const Vec<Unit> u0 = hn::BitCast(units, v0), u1 = hn::BitCast(units, v1);
+    return {hn::BitCast(d, hn::InterleaveLower(units, u0, u1)), hn::BitCast(d, hn::InterleaveUpper(units, u0, u1))};
   }
 #endif
 };
+using Packed4 = Interleaved4<std::uint8_t>;
 
 // The same with the fourth.
 struct AllOf4 : Packed4 {
@@ -951,6 +969,35 @@ struct Planes4 : Planar<std::uint8_t, 4, kLanes<std::uint8_t>> {
     access.store(v.c1, d, row[1]);
     access.store(v.c2, d, row[2]);
     access.store(v.c3, d, row[3]);
+  }
+};
+
+// Three planes of samples that are twice as wide as those on the other side, and so take two vectors each.
+template <class T>
+struct WidePlanes3 : Planar<T, 3, 2 * kLanes<T>> {
+  template <class Sample, class Access = Whole>
+  static HWY_INLINE Channels<Halves<Vec<T>>> load(const PlaneRow<Sample, 3>& row, Access access = {}) {
+    return {both(row[0], access), both(row[1], access), both(row[2], access)};
+  }
+
+  template <class Access = Whole>
+  static HWY_INLINE void store(const Channels<Halves<Vec<T>>>& v, const PlaneRow<T, 3>& row, Access access = {}) {
+    storeBoth(v.c0, row[0], access);
+    storeBoth(v.c1, row[1], access);
+    storeBoth(v.c2, row[2], access);
+  }
+
+ private:
+  template <class Access>
+  static HWY_INLINE Halves<Vec<T>> both(const T* p, Access access) {
+    const Tag<T> d;
+    return {access.load(d, p), access.load(d, p, kLanes<T>)};
+  }
+  template <class Access>
+  static HWY_INLINE void storeBoth(const Halves<Vec<T>>& v, T* p, Access access) {
+    const Tag<T> d;
+    access.store(v.a, d, p);
+    access.store(v.b, d, p, kLanes<T>);
   }
 };
 

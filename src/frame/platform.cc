@@ -7,6 +7,9 @@
 
 #if defined(__i386__) || defined(__x86_64__)
 #include <cpuid.h>
+#include <xmmintrin.h>
+#else
+#include <cfenv>
 #endif
 
 Zum32s threads_omp_of_n_zum = omp_get_max_threads();
@@ -35,5 +38,20 @@ std::size_t cacheSize() {
 #endif
   return largest;
 }
+
+#if defined(__i386__) || defined(__x86_64__)
+// The control word of the vector unit: the floating-point environment of the C library may be that of another unit.
+NearestRounding::NearestRounding() : previous_(_mm_getcsr()) {
+  if (previous_ & _MM_ROUND_MASK) _mm_setcsr(previous_ & ~unsigned{_MM_ROUND_MASK});
+}
+NearestRounding::~NearestRounding() {
+  if (previous_ & _MM_ROUND_MASK) _mm_setcsr(previous_);
+}
+#else
+NearestRounding::NearestRounding() : previous_(static_cast<unsigned>(std::fegetround())) {
+  std::fesetround(FE_TONEAREST);
+}
+NearestRounding::~NearestRounding() { std::fesetround(static_cast<int>(previous_)); }
+#endif
 
 }  // namespace zum

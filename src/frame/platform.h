@@ -1,4 +1,5 @@
-// What the library takes from its surroundings: the allocator, the OpenMP runtime and the size of the cache.
+// What the library takes from its surroundings: the allocator, the OpenMP runtime, the size of the cache and the
+// rounding mode.
 #ifndef ZUM_FRAME_PLATFORM_H
 #define ZUM_FRAME_PLATFORM_H
 
@@ -16,6 +17,18 @@ int threadNumber();
 
 // The size of the largest cache in bytes, 0 if the processor does not tell.
 std::size_t cacheSize();
+
+// The thread's vector unit rounds to nearest, ties to even, as long as this lives; then as its caller had it again.
+class NearestRounding {
+ public:
+  NearestRounding();
+  ~NearestRounding();
+  NearestRounding(const NearestRounding&) = delete;
+  NearestRounding& operator=(const NearestRounding&) = delete;
+
+ private:
+  const unsigned previous_;
+};
 
 }  // namespace zum
 

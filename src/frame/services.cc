@@ -21,6 +21,7 @@ namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
 struct Addition {
+  static constexpr bool kInFours = false;
   static float apply(float sum, float sample) { return sum + sample; }
   template <class V>
   static V apply(V sum, V sample) {
@@ -30,6 +31,7 @@ struct Addition {
 
 // A NaN takes the lane and leaves it to the lane's next sample; of two zeros the later one stays.
 struct Maximum {
+  static constexpr bool kInFours = true;
   static float apply(float max, float sample) { return max > sample ? max : sample; }
   template <class V>
   static V apply(V max, V sample) {
@@ -88,10 +90,28 @@ class LaneReduction {
     constexpr std::size_t step = hn::MaxLanes(d), vectors = lanes / step;
     hn::Vec<decltype(d)> v[vectors];
     for (std::size_t i = 0; i < vectors; ++i) v[i] = hn::LoadU(d, lane_ + i * step);
+    if constexpr (Operation::kInFours) {
+      for (; groups >= 4; groups -= 4, p += 4 * lanes) {
+        for (std::size_t i = 0; i < vectors; ++i) v[i] = applyFour(d, v[i], p + i * step);
+      }
+    }
     for (; groups; --groups) {
       for (std::size_t i = 0; i < vectors; ++i, p += step) v[i] = Operation::apply(v[i], hn::LoadU(d, p));
     }
     for (std::size_t i = 0; i < vectors; ++i) hn::StoreU(v[i], d, lane_ + i * step);
+  }
+
+  // Four groups in a row. Without a NaN among them, which shows in their sum, the operation may be made of its later
+  // operands first: the running result then waits for one step, not four.
+  template <class D>
+  static HWY_INLINE hn::Vec<D> applyFour(D d, hn::Vec<D> v, const float* p) {
+    const auto s0 = hn::LoadU(d, p), s1 = hn::LoadU(d, p + lanes), s2 = hn::LoadU(d, p + 2 * lanes),
+               s3 = hn::LoadU(d, p + 3 * lanes);
+    const auto sum = (s0 + s1) + (s2 + s3);
+    if (HWY_LIKELY(hn::AllTrue(d, sum == sum))) {
+      return Operation::apply(v, Operation::apply(Operation::apply(s0, s1), Operation::apply(s2, s3)));
+    }
+    return Operation::apply(Operation::apply(Operation::apply(Operation::apply(v, s0), s1), s2), s3);
   }
 
   float lane_[lanes];

@@ -253,6 +253,44 @@ HWY_INLINE VI16 moveUp(VI16 before, VI16 v) {
 #endif
 }
 
+// Saturated to signed bytes.
+HWY_INLINE Vec<std::int8_t> packToSignedBytes(VI16 a, VI16 b) {
+#if HWY_TARGET <= HWY_AVX3
+  return Vec<std::int8_t>{_mm512_packs_epi16(a.raw, b.raw)};
+#elif HWY_TARGET == HWY_AVX2
+  return Vec<std::int8_t>{_mm256_packs_epi16(a.raw, b.raw)};
+#elif HWY_ARCH_X86
+  return Vec<std::int8_t>{_mm_packs_epi16(a.raw, b.raw)};
+#else
+  const hn::Half<Tag<std::int8_t>> half;
+  return hn::Combine(Tag<std::int8_t>(), hn::DemoteTo(half, b), hn::DemoteTo(half, a));
+#endif
+}
+
+// Lanes widened to twice their bits, in order over both results.
+template <class Wide, class V>
+HWY_INLINE Halves<Vec<Wide>> widenInOrder(V v) {
+  const hn::Half<hn::DFromV<V>> half;
+  const Tag<Wide> to;
+  return {hn::PromoteTo(to, hn::LowerHalf(half, v)), hn::PromoteTo(to, hn::UpperHalf(half, v))};
+}
+
+// Back to lanes of half the bits, in order: saturated to bytes, or the low 16 bits.
+HWY_INLINE VU8 saturateInOrder(const Halves<VI16>& v) {
+  const VU8 packed = packToBytes(v.a, v.b);
+#if HWY_TARGET <= HWY_AVX3
+  return VU8{_mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7), packed.raw)};
+#elif HWY_TARGET == HWY_AVX2
+  return VU8{_mm256_permute4x64_epi64(packed.raw, _MM_SHUFFLE(3, 1, 2, 0))};
+#else
+  return packed;
+#endif
+}
+HWY_INLINE VI16 lowHalvesInOrder(const Halves<VI32>& v) {
+  const Tag<std::int16_t> d;
+  return hn::ConcatEven(d, hn::BitCast(d, v.b), hn::BitCast(d, v.a));
+}
+
 // A byte for every byte.
 struct ByteTable {
   alignas(64) std::uint8_t at[256];

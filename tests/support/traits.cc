@@ -117,6 +117,13 @@ const Rule kRules[] = {
     {"zumi@(YCbCr422_8u_C2P3R|YCrCb422ToYCbCr422_8u_C2P3R|YCbCr422_8u_P3C2R|CbYCr422ToYCbCr422_8u_C2R)",
      [](Traits& t) { t.minimum.height = 1; }},
 
+    {"zumi*YCoCg*",
+     [](Traits& t) {
+       t.checks = {Check::kPointers, Check::kPlanes};
+       t.variants = {{{200}}, {{1}}};
+     }},
+    {"zumiYCoCgToSBGR*", [](Traits& t) { t.variants.push_back({{-12345}}); }},
+
     {"zumi@(Sum|Mean)_32f_*",
      [](Traits& t) {
        t.variants = {{{zumHintFast}}, {{zumHintAccurate}}};
@@ -130,7 +137,12 @@ const Rule kRules[] = {
     {"zumiBGRToHLS_8u_AC4R",
      [](Traits& t) {
        t.checks = {Check::kPointers, Check::kSize, Check::kSteps};
+    {"zumiColorTwist*",
+     [](Traits& t) {
+       t.checks = {Check::kPointers, Check::kPlanes, Check::kSize, Check::kSteps};
      }},
+    {"zumiToneMap*", [](Traits& t) { t.checksDestination = false; }},
+    {"zumiToneMapMean_*", [](Traits& t) { t.alignmentShows = true; }},
 
     {"zumiCFAToRGB_*",
      [](Traits& t) {

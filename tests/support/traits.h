@@ -37,10 +37,11 @@ struct Traits {
   int narrowest = 1;                                        // the width from which on all is regular
   std::vector<Variant> variants{{}};
   std::vector<Refusal> refusals;
-  bool rowsInOrder = true;      // images below the thresholds of the parallel drivers are written from the top down
-  bool alignmentShows = false;  // the result depends on the address of the source
-  bool tightShows = false;      // images without padding are converted in another way
-  bool threadsShow = false;     // the result depends on threads_omp_of_n_zum
+  bool rowsInOrder = true;        // images below the thresholds of the parallel drivers are written from the top down
+  bool checksDestination = true;  // for a null pointer
+  bool alignmentShows = false;    // the result depends on the address of the source
+  bool tightShows = false;        // images without padding are converted in another way
+  bool threadsShow = false;       // the result depends on threads_omp_of_n_zum
 };
 
 Traits traitsOf(const std::string& function);
