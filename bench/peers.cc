@@ -928,6 +928,13 @@ std::vector<Comparison> comparisons() {
       {OURS(zumiXYZToRGB_32f_C3R), &kC3x32f, &kC3x32f, {similar(OPENCV(XYZ2RGB))}},
       {OURS(zumiXYZToRGB_32f_AC4R), &kC4x32f, &kC4x32f, {similar(OPENCV(XYZ2RGB), kC3x32f, kC4x32f)}},
 
+      {OURS(zumiRGBToLUV_8u_C3R), &kC3, &kC3, {OPENCV(LRGB2Luv)}},
+      {OURS(zumiRGBToLUV_8u_AC4R), &kC4, &kC4, {similar(OPENCV(LRGB2Luv), kC4, kC3)}},
+      {OURS(zumiLUVToRGB_8u_C3R), &kC3, &kC3, {OPENCV(Luv2LRGB)}},
+      {OURS(zumiLUVToRGB_8u_AC4R), &kC4, &kC4, {similar(OPENCV(Luv2LRGB), kC3, kC4)}},
+      {OURS(zumiBGRToLab_8u_C3R), &kC3, &kC3, {OPENCV(LBGR2Lab)}},
+      {OURS(zumiLabToBGR_8u_C3R), &kC3, &kC3, {OPENCV(Lab2LBGR)}},
+
       {OURS(zumiCFAToRGB_8u_C1C3R),
        &kMosaic8,
        &kC3,

@@ -1176,6 +1176,87 @@ ZUM_API ZumStatus zumiHLSToBGR_8u_P3C3R(const Zum8u* const pSrc[3], int srcStep,
 /** HLS to BGR, interleaved to planar. */
 ZUM_API ZumStatus zumiHLSToBGR_8u_C3P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], int dstStep,
                                         ZumiSize roi);
+/** @defgroup luv LUV
+ *  RGB to and from CIE 1976 L*u*v*, relative to D65, RGB taken as linear. Computed in single precision.
+ *
+ *  L* of 0..100, u* of -134..220 and v* of -140..122 are coded over the full range of 8u and 16u samples; a 16s sample
+ *  is a 16u one less 32768. 32f images hold L*, u* and v* themselves, and RGB of 0..1.
+ *
+ *  Forward: at 8u L* is looked up by the rounded luminance, and all else divided out, in all columns. At the other
+ *  depths the cube root is a series about one of 128 points, and the division the processor's reciprocal estimate,
+ *  refined once. Block columns are then the width rounded down to 4: at 16u and 16s they truncate L* and the columns
+ *  behind them round it. The code of v* is half a unit high at 16u and 16s.
+ *
+ *  Inverse: block columns are the width rounded down to 4, or to 8 with three channels at 8u. They truncate, and
+ *  multiply by the reciprocal estimate, refined once at 16u and 16s. The columns behind them round, divide and take a
+ *  slightly different white. At 32f all columns divide.
+ *
+ *  Two results at 32f are unlike their surroundings. Forward, a luminance of exactly 1 gives L* = 26.426399; above 1
+ *  L*, u* and v* have no meaning. Inverse, the first pixel of a row whose L* is below 0.00009 becomes 0 and ends the
+ *  row: the columns behind it are left as they are.
+ *
+ *  Minimum size 1 by 1; steps are not checked; 16u and 16s steps lose their low bit, and those of the inverse 32f
+ *  functions their low two. The fourth channel of AC4 images is neither read nor written. From 4097 pixels on the rows
+ *  are divided among threads_omp_of_n_zum threads.
+ *  @{ */
+
+/** RGB to LUV. */
+ZUM_API ZumStatus zumiRGBToLUV_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** RGB to LUV, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiRGBToLUV_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** RGB to LUV, 16-bit. */
+ZUM_API ZumStatus zumiRGBToLUV_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** RGB to LUV, 16-bit, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiRGBToLUV_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** RGB to LUV, signed 16-bit. */
+ZUM_API ZumStatus zumiRGBToLUV_16s_C3R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi);
+/** RGB to LUV, signed 16-bit, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiRGBToLUV_16s_AC4R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi);
+/** RGB to LUV, floating point. */
+ZUM_API ZumStatus zumiRGBToLUV_32f_C3R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
+/** RGB to LUV, floating point, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiRGBToLUV_32f_AC4R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
+/** LUV to RGB. */
+ZUM_API ZumStatus zumiLUVToRGB_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** LUV to RGB, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiLUVToRGB_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** LUV to RGB, 16-bit. */
+ZUM_API ZumStatus zumiLUVToRGB_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** LUV to RGB, 16-bit, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiLUVToRGB_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** LUV to RGB, signed 16-bit. */
+ZUM_API ZumStatus zumiLUVToRGB_16s_C3R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi);
+/** LUV to RGB, signed 16-bit, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiLUVToRGB_16s_AC4R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi);
+/** LUV to RGB, floating point. */
+ZUM_API ZumStatus zumiLUVToRGB_32f_C3R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
+/** LUV to RGB, floating point, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiLUVToRGB_32f_AC4R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
+
+/** @} */
+
+/** @defgroup lab Lab
+ *  BGR to and from CIE 1976 L*a*b*, relative to D65, BGR taken as linear. Computed in single precision and rounded to
+ *  the nearest by the thread's rounding mode; all columns alike.
+ *
+ *  Coded in bytes, L* of 0..100 takes the full range, and a* and b* are 128 more. Coded in 16 bits, L* takes the full
+ *  range, and a* + 128 and b* + 128 are times 255.
+ *
+ *  Forward, the cube root is a series about one of 128 points, and linear near black. The inverse cubes at all
+ *  lightnesses, so that black does not come back as black but as (1, 1, 1).
+ *
+ *  Minimum size 1 by 1; steps are not checked, and used as they are. The rows are divided among threads_omp_of_n_zum
+ *  threads at any size.
+ *  @{ */
+
+/** BGR to Lab. */
+ZUM_API ZumStatus zumiBGRToLab_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** Lab to BGR. */
+ZUM_API ZumStatus zumiLabToBGR_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** BGR to Lab coded in 16 bits. */
+ZUM_API ZumStatus zumiBGRToLab_8u16u_C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
+/** Lab coded in 16 bits to BGR. */
+ZUM_API ZumStatus zumiLabToBGR_16u8u_C3R(const Zum16u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
 
 /** @} */
 

@@ -104,6 +104,32 @@ HWY_INLINE VF32 lookUp(const Floats8& table, VI32 index) {
 #endif
 }
 
+// ---- Double precision
+
+// The lanes of a vector of floats, in order over both halves.
+HWY_INLINE Halves<VF64> toDouble(VF32 x) {
+  const Tag<double> d;
+  const hn::Half<Tag<float>> half;
+  return {hn::PromoteTo(d, hn::LowerHalf(half, x)), hn::PromoteTo(d, hn::UpperHalf(half, x))};
+}
+
+// To integers, toward zero. Beyond the range, and from NaN: the most negative integer.
+HWY_INLINE VI32 truncated(const Halves<VF64>& x) {
+#if HWY_TARGET <= HWY_AVX3
+  return VI32{
+      _mm512_inserti64x4(_mm512_castsi256_si512(_mm512_cvttpd_epi32(x.a.raw)), _mm512_cvttpd_epi32(x.b.raw), 1)};
+#elif HWY_TARGET == HWY_AVX2
+  return VI32{_mm256_set_m128i(_mm256_cvttpd_epi32(x.b.raw), _mm256_cvttpd_epi32(x.a.raw))};
+#elif HWY_ARCH_X86
+  return VI32{_mm_unpacklo_epi64(_mm_cvttpd_epi32(x.a.raw), _mm_cvttpd_epi32(x.b.raw))};
+#else
+  const auto half = [](VF64 v) HWY_ATTR {  // below the range conversions saturate; no NaN is below its end
+    return hn::DemoteTo(hn::Half<Tag<std::int32_t>>(), hn::IfThenElse(v < all(0x1p31), v, all(-0x1p31)));
+  };
+  return hn::Combine(Tag<std::int32_t>(), half(x.b), half(x.a));
+#endif
+}
+
 // ---- Parts of a vector of samples
 
 template <class T>

@@ -32,6 +32,7 @@ using VU16 = Vec<std::uint16_t>;
 using VI32 = Vec<std::int32_t>;
 using VU32 = Vec<std::uint32_t>;
 using VF32 = Vec<float>;
+using VF64 = Vec<double>;
 
 // Three channels: R, G, B or Y, Cb, Cr and so on.
 template <class V>

@@ -13,8 +13,6 @@ HWY_BEFORE_NAMESPACE();
 namespace zum {
 namespace HWY_NAMESPACE {
 
-using VF64 = Vec<double>;
-
 // As many doubles as a vector has floats: the lower half of them in a. Every step is made on both halves before the
 // next, so that one is under way while the other waits.
 struct Doubles {

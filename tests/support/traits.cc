@@ -143,6 +143,8 @@ const Rule kRules[] = {
      }},
     {"zumiToneMap*", [](Traits& t) { t.checksDestination = false; }},
     {"zumiToneMapMean_*", [](Traits& t) { t.alignmentShows = true; }},
+    // Rows divided among threads at any size.
+    {"zumi@(BGRToLab|LabToBGR)_*", [](Traits& t) { t.rowsInOrder = false; }},
 
     {"zumiCFAToRGB_*",
      [](Traits& t) {

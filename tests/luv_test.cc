@@ -1,0 +1,305 @@
+// L*u*v* against its formulas in single steps of scalar arithmetic, in block columns and in the columns behind them.
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <random>
+
+#include "support/colours.h"
+
+namespace zumtest {
+namespace {
+
+constexpr float kWhiteU = 0.197839f, kWhiteV = 0.468342f;
+
+struct Triple {
+  float x, y, z;
+};
+
+float sum(float a, float b, float c) {
+  const float both = a + b;
+  return both + c;
+}
+
+Triple toXyz(float r, float g, float b) {
+  return {sum(0.412453f * r, 0.35758f * g, 0.180423f * b), sum(0.212671f * r, 0.71516f * g, 0.072169f * b),
+          sum(0.019334f * r, 0.119193f * g, 0.950227f * b)};
+}
+
+Triple toRgb(const Triple& t) {
+  return {sum(3.240479f * t.x, -1.53715f * t.y, -0.498535f * t.z),
+          sum(-0.969256f * t.x, 1.875991f * t.y, 0.041556f * t.z),
+          sum(0.055648f * t.x, -0.204043f * t.y, 1.057311f * t.z)};
+}
+
+// ---- Forward
+
+Colour<Zum8u> forward8(const Colour<Zum8u>& rgb, bool) {
+  const Triple scaled = toXyz(rgb[0], rgb[1], rgb[2]);
+  const int luminance = truncated(0.49999f + scaled.y);
+  const double unit = luminance / 255.0, curve = unit <= 0.008856 ? 903.3 * unit : 116 * std::cbrt(unit) - 16;
+  const long lightness = std::lround(2.55 * curve);
+  float u = 0, v = 0;
+  if (luminance != 0) {
+    const float x = scaled.x / 255, y = scaled.y / 255, z = scaled.z / 255, den = sum(3 * z, x, 15 * y);
+    u = 4 * x / den;
+    v = 9 * y / den;
+  }
+  const float slopeU = ofBits(0x406B073B) * lightness, slopeV = lightness * ofBits(0x409EC754);
+  const float codeU = slopeU * (u - kWhiteU) + ofBits(0x42C20D04), codeV = slopeV * (v - kWhiteV) + ofBits(0x4308C271);
+  return {static_cast<Zum8u>(lightness), static_cast<Zum8u>(truncated(codeU)), static_cast<Zum8u>(truncated(codeV))};
+}
+
+float rootCurve(float y, int cell, int terms) {
+  const uint32_t coefficients[] = {0x3EAAAAAB, 0x3DE38E39, 0x3D7CD6EA, 0x3D288F47,
+                                   0x3CF7388A, 0x3CC0486B, 0x3C9BA857, 0x3C81B6F3};
+  const double point = (cell + 1) / 128.0 + 0.0001;
+  float root = static_cast<float>(std::floor(std::cbrt(point) * 1e6 + 0.5) / 1e6),
+        inverse = static_cast<float>(1 / point);
+  if (cell == 128) root = inverse = ofBits(0x3EAAAAAB);
+  const float square = root * root, cube = square * root, t = (y - cube) * inverse;
+  float series = 1, power = 1;
+  for (int i = 0; i < terms; ++i) {
+    power *= t;
+    const float term = ofBits(coefficients[i]) * power;
+    series += i % 2 ? -term : term;
+  }
+  return series * root * 116 - 16;
+}
+
+Triple luv(float lightness, const Triple& t, bool colourless) {
+  float den = sum(3 * t.z, 15 * t.y, t.x);
+  if (den == 0) den = 3;
+  const float r = refined(den), u = colourless ? 0 : 4 * t.x * r, v = colourless ? 0 : 9 * t.y * r;
+  const float scale = 13 * lightness;
+  return {lightness, (u - kWhiteU) * scale, (v - kWhiteV) * scale};
+}
+
+// Signed samples are the others less this.
+template <class T>
+constexpr int kOffset = std::numeric_limits<T>::min();
+template <class T>
+T saturated(int64_t v) {
+  return static_cast<T>(std::clamp<int64_t>(v, std::numeric_limits<T>::min(), std::numeric_limits<T>::max()));
+}
+
+template <class T>
+Colour<T> forward16(const Colour<T>& rgb, bool tail) {
+  const bool isSigned = kOffset<T> != 0;
+  const Triple t = toXyz(rgb[0] - kOffset<T>, rgb[1] - kOffset<T>, rgb[2] - kOffset<T>);
+  const float y = t.y * ofBits(0x37800080);
+  const int cell = (tail && isSigned ? nearest(t.y) : truncated(t.y)) >> 9;
+  const Triple l = luv(t.y <= 580.378f ? 903.3f * y : rootCurve(y, cell, 6), t, false);
+  const float code = 655.35f * l.x, v = (l.z + 140) * 250.13359f;
+  const int codes[] = {tail ? nearest(code) : truncated(code), nearest((l.y + 134) * 185.12712f), nearest(v + 0.5f)};
+  Colour<T> result;
+  for (int i = 0; i < 3; ++i)
+    result[i] = tail && !isSigned ? static_cast<T>(codes[i]) : saturated<T>(codes[i] + kOffset<T>);
+  return result;
+}
+
+Colour<float> forward32(const Colour<float>& rgb, bool tail) {
+  const Triple t = toXyz(rgb[0], rgb[1], rgb[2]);
+  const bool even = t.y <= ofBits(0x3C1118C2);
+  const Triple l = luv(even ? 903.3f * t.y : rootCurve(t.y, truncated(128 * t.y), 8), t, tail && t.z == 0);
+  return {l.x, l.y, l.z};
+}
+
+// ---- Inverse
+
+// By divisions.
+Triple divided(float lightness, float u, float v, float whiteU, float whiteV, float top) {
+  const float root = (16 + lightness) / 116, scale = 13 * lightness, uPrime = u / scale + whiteU,
+              vPrime = v / scale + whiteV;
+  const float y = (lightness >= ofBits(0x40FFFCED) ? root * root * root : lightness / 903.3f) * top, w = y / vPrime;
+  const float x = 2.25f * w * uPrime, thrice = w * 3, five = 5 * y, rest = thrice - five;
+  return {x, y, rest - x / 3};
+}
+
+template <class T>
+Colour<T> inverse(const Colour<T>& luv, bool tail) {
+  const bool bytes = sizeof(T) == 1;
+  const float top = bytes ? 255 : 65535;
+  const float l = luv[0] - kOffset<T>, u = luv[1] - kOffset<T>, v = luv[2] - kOffset<T>;
+  int64_t codes[3] = {};
+  if (tail) {
+    const float lightness = l * 100 / top;
+    if (lightness >= 0.00009f) {
+      const Triple t =
+          divided(lightness, u * 354 / top - 134, v * 262 / top - 140, ofBits(0x3E4A966A), ofBits(0x3EEFCA8D), top);
+      const float half = ofBits(0x3EFFFEB0), xy = sum(0.055648f * t.x, -0.204043f * t.y, 0);
+      codes[0] = truncated(sum(half - 1.53715f * t.y, 3.240479f * t.x, -0.498535f * t.z));
+      codes[1] = truncated(sum(half + 1.875991f * t.y, -0.969256f * t.x, 0.041556f * t.z));
+      codes[2] = truncated(xy + 0.49999 + 1.057311 * t.z);
+    }
+  } else {
+    const float unit = ofBits(bytes ? 0x3EC8C8C9 : 0x3AC800C8), unitU = bytes ? 1.3882353f : ofBits(0x3BB100B1),
+                unitV = bytes ? 1.027451f : ofBits(0x3B830083), least = ofBits(0x38BCBE62);
+    float lightness = l * unit;
+    if (lightness <= least) lightness = sizeof(T) == 2 && !kOffset<T> ? (l + least) * unit : lightness + least;
+    const auto reciprocal = bytes ? estimate : refined;
+    const float c = reciprocal(13 * lightness), uStar = u * unitU - 134, vStar = v * unitV - 140;
+    const float uPrime = uStar * c + kWhiteU, vPrime = vStar * c + kWhiteV, root = (lightness + 16) * 0.00862069f;
+    const float y = (lightness <= 7.9996247f ? 0.001107052f * lightness : root * root * root) * top;
+    const float w = reciprocal(vPrime) * y, x = 2.25f * w * uPrime, thrice = w * 3, five = 5 * y, rest = thrice - five;
+    const Triple rgb = toRgb({x, y, rest - 0.33333334f * x});
+    codes[0] = truncated(rgb.x);
+    codes[1] = truncated(rgb.y);
+    codes[2] = truncated(rgb.z);
+    // A difference in 32 bits, which wraps.
+    for (int64_t& code : codes)
+      if (!bytes) code = static_cast<int32_t>(static_cast<uint32_t>(code) - 0x8000u) + int64_t{0x8000};
+  }
+  Colour<T> result;
+  for (int i = 0; i < 3; ++i) result[i] = saturated<T>(codes[i] + kOffset<T>);
+  return result;
+}
+
+Colour<float> inverse32(const Colour<float>& luv, bool) {
+  const Triple rgb = toRgb(divided(luv[0], luv[1], luv[2], kWhiteU, kWhiteV, 1));
+  return {std::clamp(rgb.x, 0.0f, 1.0f), std::clamp(rgb.y, 0.0f, 1.0f), std::clamp(rgb.z, 0.0f, 1.0f)};
+}
+
+// ---- Colours
+
+constexpr unsigned kEveryNth = 61;
+constexpr int kDeepColours = 1 << 18;
+
+// Any, dark ones, grays, extremes, and codes of LUV for which v' is nearly 0, so that RGB leaves all ranges.
+template <class T>
+std::vector<Colour<T>> deepColours() {
+  std::minstd_rand random;
+  const auto any = [&] { return static_cast<int>(random() >> 8 & 0xFFFF); };
+  std::vector<Colour<T>> colours;
+  for (int i = 0; i < kDeepColours; ++i) {
+    int c[] = {any(), any(), any()};
+    if (i % 5 == 1) c[0] >>= c[1] & 15, c[1] >>= c[2] & 15, c[2] >>= any() & 15;
+    if (i % 5 == 2) c[1] = (c[0] + any() % 3) & 0xFFFF, c[2] = (c[0] + any() % 3) & 0xFFFF;
+    if (i % 5 == 3) c[0] = any() % 2 * 65535, c[1] = any() % 3 * 32767, c[2] = any() % 2 * 65535;
+    if (i % 5 == 4) {
+      c[0] %= 15000;
+      c[2] = std::max(0, nearest((140 - 0.468342f * 13 * c[0] / 655.35f) * 250.13359f) + any() % 3 - 1);
+    }
+    colours.push_back(
+        {static_cast<T>(c[0] + kOffset<T>), static_cast<T>(c[1] + kOffset<T>), static_cast<T>(c[2] + kOffset<T>)});
+  }
+  return colours;
+}
+
+class LuvTest : public ColourTest {};
+
+TEST_F(LuvTest, Bytes) {
+  compare(zumiRGBToLUV_8u_C3R, 3, 1, everyNth(kEveryNth), forward8);
+  compare(zumiRGBToLUV_8u_AC4R, 4, 1, everyNth(16 * kEveryNth), forward8);
+  compare(zumiLUVToRGB_8u_C3R, 3, 8, everyNth(kEveryNth), inverse<Zum8u>);
+  compare(zumiLUVToRGB_8u_AC4R, 4, 4, everyNth(16 * kEveryNth), inverse<Zum8u>);
+}
+
+TEST_F(LuvTest, Words) {
+  const auto colours = deepColours<Zum16u>();
+  compare(zumiRGBToLUV_16u_C3R, 3, 4, colours, forward16<Zum16u>);
+  compare(zumiRGBToLUV_16u_AC4R, 4, 4, {colours.begin(), colours.begin() + 5000}, forward16<Zum16u>);
+  compare(zumiLUVToRGB_16u_C3R, 3, 4, colours, inverse<Zum16u>);
+  compare(zumiLUVToRGB_16u_AC4R, 4, 4, {colours.begin(), colours.begin() + 5000}, inverse<Zum16u>);
+}
+
+TEST_F(LuvTest, SignedWords) {
+  const auto colours = deepColours<Zum16s>();
+  compare(zumiRGBToLUV_16s_C3R, 3, 4, colours, forward16<Zum16s>);
+  compare(zumiRGBToLUV_16s_AC4R, 4, 4, {colours.begin(), colours.begin() + 5000}, forward16<Zum16s>);
+  compare(zumiLUVToRGB_16s_C3R, 3, 4, colours, inverse<Zum16s>);
+  compare(zumiLUVToRGB_16s_AC4R, 4, 4, {colours.begin(), colours.begin() + 5000}, inverse<Zum16s>);
+}
+
+TEST_F(LuvTest, Floats) {
+  std::mt19937 random;
+  const auto any = [&](float low, float high) { return low + (high - low) * (random() * 0x1p-32f); };
+  std::vector<Colour<float>> rgb{{0, 0, 0}, {1, 1, 1}}, luv;
+  while (rgb.size() < kDeepColours) {
+    const float gray = (random() % 512) / 512.0f, r = any(0, 1), g = any(0, 1);
+    rgb.push_back({r, g, any(0, 1)});
+    rgb.push_back({gray, gray, gray});
+    rgb.push_back({r / 64, g / 64, any(-0.02f, 0.02f)});
+    // No Z, or next to none.
+    rgb.push_back({r, g, -(0.019334f * r + 0.119193f * g) / 0.950227f});
+  }
+  while (luv.size() < kDeepColours) {
+    luv.push_back({any(0.0001f, 100), any(-134, 220), any(-140, 122)});
+    luv.push_back({any(0.0001f, 16), any(-20, 20), any(-20, 20)});
+  }
+  compare(zumiRGBToLUV_32f_C3R, 3, 4, rgb, forward32);
+  compare(zumiRGBToLUV_32f_AC4R, 4, 4, {rgb.begin(), rgb.begin() + 5000}, forward32);
+  compare(zumiLUVToRGB_32f_C3R, 3, 1, luv, inverse32);
+  compare(zumiLUVToRGB_32f_AC4R, 4, 1, {luv.begin(), luv.begin() + 5000}, inverse32);
+}
+
+// ---- Values known beforehand
+
+// The same in all columns.
+template <class T>
+void expect(Conversion<T, T>* function, const Colour<T>& from, const Colour<T>& to) {
+  compare(function, 3, 1, {from}, [&](const Colour<T>&, bool) { return to; });
+}
+
+TEST_F(LuvTest, KnownColours) {
+  expect<Zum8u>(zumiRGBToLUV_8u_C3R, {0, 0, 0}, {0, 97, 136});
+  for (const Zum8u gray : {1, 2, 3})
+    EXPECT_EQ(Colour<Zum8u>({9, 18, 26})[gray - 1],
+              convert(zumiRGBToLUV_8u_C3R, std::vector<Zum8u>{gray, gray, gray}, 3, 1)[0]);
+  EXPECT_EQ(255, convert(zumiRGBToLUV_8u_C3R, std::vector<Zum8u>{255, 255, 255}, 3, 1)[0]);
+  expect<Zum8u>(zumiLUVToRGB_8u_C3R, {0, 97, 136}, {0, 0, 0});
+  expect<Zum16u>(zumiLUVToRGB_16u_C3R, {0, 24807, 35019}, {0, 0, 0});
+
+  const std::vector<float> white(12, 1), nearly(12, 0.999f), black(15);
+  EXPECT_EQ(26.426399f, convert(zumiRGBToLUV_32f_C3R, white, 3, 4)[0]);
+  EXPECT_NEAR(100, convert(zumiRGBToLUV_32f_C3R, nearly, 3, 4)[0], 0.1);
+  const std::vector<float> ofBlack = convert(zumiRGBToLUV_32f_C3R, black, 3, 5);
+  for (int i = 0; i < 15; ++i) EXPECT_TRUE(ofBlack[i] == 0 && std::signbit(ofBlack[i]) == (i % 3 != 0)) << i;
+}
+
+TEST_F(LuvTest, BlackEndsARow) {
+  constexpr int kWidth = 75;
+  for (const int64_t set : instructionSets()) {
+    useInstructionSet(set);
+    for (const int channels : {3, 4}) {
+      const auto function = channels == 3 ? zumiLUVToRGB_32f_C3R : zumiLUVToRGB_32f_AC4R;
+      for (int black = 0; black < kWidth; ++black) {
+        std::vector<float> src(kWidth * channels, 50), dst(src.size(), 7);
+        const std::vector<float> whole = convert(function, src, channels, kWidth, dst);
+        for (const int x : {black, kWidth - 1}) src[x * channels] = 0.00008f;
+        std::vector<float> wanted = dst;
+        std::copy_n(whole.begin(), black * channels, wanted.begin());
+        std::fill_n(wanted.begin() + black * channels, 3, 0.0f);
+        ASSERT_EQ(wanted, convert(function, src, channels, kWidth, dst)) << hwy::TargetName(set) << ' ' << black;
+      }
+    }
+  }
+}
+
+TEST_F(LuvTest, Steps) {
+  // The forward direction alone takes any step at 32f.
+  constexpr int kStep = 61, kRows = 2;
+  alignas(float) Zum8u src[kStep * kRows + 8], dst[sizeof src], packed[sizeof src];
+  std::minstd_rand random;
+  std::vector<float> samples(12 * kRows);
+  for (float& v : samples) v = (random() & 0xFFFF) / 65536.0f;
+  const auto place = [&](int step) {
+    for (int r = 0; r < kRows; ++r) std::memcpy(src + r * step, &samples[12 * r], 12 * sizeof(float));
+  };
+  const auto run = [&](auto* function, int step) {
+    std::memset(dst, 0, sizeof dst);
+    function(reinterpret_cast<Zum32f*>(src), step, reinterpret_cast<Zum32f*>(dst), step, {4, kRows});
+  };
+  for (const auto& [function, keeps] :
+       {std::pair(zumiRGBToLUV_32f_C3R, true), std::pair(zumiLUVToRGB_32f_C3R, false)}) {
+    place(kStep - 1);
+    run(function, kStep - 1);
+    std::memcpy(packed, dst, sizeof dst);
+    if (keeps) place(kStep);
+    run(function, kStep);
+    EXPECT_EQ(0, std::memcmp(packed + kStep - 1, dst + kStep - 1 + keeps, 12 * sizeof(float)));
+  }
+}
+
+}  // namespace
+}  // namespace zumtest
