@@ -1,6 +1,6 @@
-// One row for each function of the library and each image size. Besides the time of a call: megapixels a second, and
-// share, the share of the copy limit that the call reaches, which is the time that memcpy takes to read and write as
-// many bytes on the same memory over the time of the call.
+// One row for each function of the library, or each variant of it that has a label, and each image size. Besides the
+// time of a call: megapixels a second, and share, the share of the copy limit that the call reaches, which is the time
+// that memcpy takes to read and write as many bytes on the same memory over the time of the call.
 //
 //   zum_bench [--isa=ssse3|avx2|avx512] [--threads=N] [the flags of Google Benchmark]
 #include <benchmark/benchmark.h>
@@ -79,8 +79,8 @@ double median(std::vector<double>& values) {
 }
 
 // The call and the copy take turns, so that both see the same memory, the same clock and the same neighbours.
-void measure(benchmark::State& state, const Function& function, ZumiSize size) {
-  Call call(function, size, function.traits.variants.front());
+void measure(benchmark::State& state, const Function& function, const Variant& variant, ZumiSize size) {
+  Call call(function, size, variant);
   CallMemory memory(call);
   std::vector<double> calls, copies;
   if (call() < 0) return state.SkipWithError("the call failed");
@@ -182,12 +182,16 @@ bool registerAll() {
       std::cerr << "no way to measure " << name << "\n";
       return false;
     }
-    for (ZumiSize size : kSizes)
-      benchmark::RegisterBenchmark(
-          (name + "/" + std::to_string(size.width) + "x" + std::to_string(size.height)).c_str(),
-          [function, size](benchmark::State& state) { measure(state, *function, size); })
-          ->UseManualTime()
-          ->Unit(benchmark::kMicrosecond);
+    for (const Variant& variant : function->traits.variants) {
+      if (variant.label.empty() && &variant != &function->traits.variants.front()) continue;
+      const std::string row = variant.label.empty() ? name : name + "/" + variant.label;
+      for (ZumiSize size : kSizes)
+        benchmark::RegisterBenchmark(
+            (row + "/" + std::to_string(size.width) + "x" + std::to_string(size.height)).c_str(),
+            [function, &variant, size](benchmark::State& state) { measure(state, *function, variant, size); })
+            ->UseManualTime()
+            ->Unit(benchmark::kMicrosecond);
+    }
   }
   return true;
 }

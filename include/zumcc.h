@@ -113,6 +113,18 @@ enum {
   zumiBayerGRBG = 3  /**< G R / B G */
 };
 
+/** How the functions that reduce bits choose the level of a pixel. */
+typedef Zum32s ZumDitherType;
+
+/** The values of ZumDitherType. */
+enum {
+  zumDitherNone = 0,   /**< the nearest level */
+  zumDitherFS = 1,     /**< error diffusion by Floyd and Steinberg */
+  zumDitherJJN = 2,    /**< error diffusion by Jarvis, Judice and Ninke */
+  zumDitherStucki = 3, /**< error diffusion by Stucki */
+  zumDitherBayer = 4   /**< ordered dither by a pattern of four by four pixels */
+};
+
 /** How zumiSum_32f_C1R and zumiMean_32f_C1R add. */
 enum {
   zumHintNone = 0,    /**< as zumHintFast */
@@ -1257,6 +1269,136 @@ ZUM_API ZumStatus zumiLabToBGR_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDs
 ZUM_API ZumStatus zumiBGRToLab_8u16u_C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
 /** Lab coded in 16 bits to BGR. */
 ZUM_API ZumStatus zumiLabToBGR_16u8u_C3R(const Zum16u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+/** @defgroup reduce Bit reduction
+ *  Fewer levels in every channel, and in the same pass fewer bits: the levels are evenly spaced over the range of the
+ *  source, 0 to 1 for floats, and what is stored for one is its value in the depth of the destination; from 16-bit
+ *  sources to bytes the high byte of the 16-bit level, except where dither is zumDitherNone.
+ *
+ *  noise, 0 to 100, is a percentage of a step by which random numbers move every decision; the same numbers in every
+ *  call. levels is 2 to 256, and to 65536 where both sides have 16 bits. dither is
+ *  - zumDitherNone: the nearest level, the lower one halfway between two. noise is ignored.
+ *  - zumDitherBayer: the level below the sample, or the one above if what remains is more than the threshold of the
+ *    pixel, 0 to 15 fifteenths of a step. noise is added to the threshold. The channels of a pixel share it.
+ *  - zumDitherFS, zumDitherJJN, zumDitherStucki: the level nearest to the sample plus the errors that its neighbours
+ *    left, from left to right in every row. noise moves the border between two levels by up to its percentage of a step
+ *    to either side. Samples that reach the top or fall below the bottom leave no error.
+ *  - anything else: nothing is done, and zumOk returned.
+ *
+ *  Samples of floats outside 0..1, and levels that rounding or noise lifts past the top, are limited to the range of
+ *  the destination or keep their low bits. With zumDitherNone only the 32f16u functions other than AC4 keep low bits.
+ *  With zumDitherBayer and no noise the tail of C1 rows keeps low bits; with noise, 32f sources in all but C4. The tail
+ *  is the last width mod 4 pixels of a row. Other differences of tails with zumDitherBayer: without noise 16u8u and
+ *  16s8u in C1 exchange the thresholds of their second and third pixel. With noise 8u in AC4 and C4 takes the
+ *  fifteenths themselves for thresholds, without a step or noise; C4 of all other depths does so in the first channel
+ *  and has threshold 0 in the other three. Diffusion keeps low bits.
+ *
+ *  C4 images have four channels of the same kind; AC4 leaves the fourth sample of the destination as it is. Checks:
+ *  null pointers, size, noise (zumErrNoiseValue), levels (zumErrDitherLevels). Steps are not checked; they lose the
+ *  bits below a sample of their side, except with zumDitherNone, and with zumDitherBayer in C4. zumErrMemAlloc if there
+ *  is no memory for the noise or the errors; nothing has been written then.
+ *
+ *  Threads: with zumDitherBayer rows are divided among threads_omp_of_n_zum threads. Diffusion divides channels, into
+ *  as many sections as there are threads, at most one a channel, the first ones with one channel more if it does not
+ *  come out even. Within a section the errors at the bottom of a channel go on to the top of the next, so that the
+ *  result of images with more than one channel depends on the number of threads.
+ *  @{ */
+
+/** 8-bit, one channel. */
+ZUM_API ZumStatus zumiReduceBits_8u_C1R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                        int noise, ZumDitherType dither, int levels);
+/** 8-bit, three channels. */
+ZUM_API ZumStatus zumiReduceBits_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                        int noise, ZumDitherType dither, int levels);
+/** 8-bit, three channels, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiReduceBits_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                         int noise, ZumDitherType dither, int levels);
+/** 8-bit, four channels. */
+ZUM_API ZumStatus zumiReduceBits_8u_C4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                        int noise, ZumDitherType dither, int levels);
+/** 16-bit, one channel. */
+ZUM_API ZumStatus zumiReduceBits_16u_C1R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi,
+                                         int noise, ZumDitherType dither, int levels);
+/** 16-bit, three channels. */
+ZUM_API ZumStatus zumiReduceBits_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi,
+                                         int noise, ZumDitherType dither, int levels);
+/** 16-bit, three channels, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiReduceBits_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi,
+                                          int noise, ZumDitherType dither, int levels);
+/** 16-bit, four channels. */
+ZUM_API ZumStatus zumiReduceBits_16u_C4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi,
+                                         int noise, ZumDitherType dither, int levels);
+/** 16-bit signed, one channel. */
+ZUM_API ZumStatus zumiReduceBits_16s_C1R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi,
+                                         int noise, ZumDitherType dither, int levels);
+/** 16-bit signed, three channels. */
+ZUM_API ZumStatus zumiReduceBits_16s_C3R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi,
+                                         int noise, ZumDitherType dither, int levels);
+/** 16-bit signed, three channels, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiReduceBits_16s_AC4R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi,
+                                          int noise, ZumDitherType dither, int levels);
+/** 16-bit signed, four channels. */
+ZUM_API ZumStatus zumiReduceBits_16s_C4R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi,
+                                         int noise, ZumDitherType dither, int levels);
+/** 16-bit to 8-bit, one channel. */
+ZUM_API ZumStatus zumiReduceBits_16u8u_C1R(const Zum16u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                           int noise, ZumDitherType dither, int levels);
+/** 16-bit to 8-bit, three channels. */
+ZUM_API ZumStatus zumiReduceBits_16u8u_C3R(const Zum16u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                           int noise, ZumDitherType dither, int levels);
+/** 16-bit to 8-bit, three channels, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiReduceBits_16u8u_AC4R(const Zum16u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                            int noise, ZumDitherType dither, int levels);
+/** 16-bit to 8-bit, four channels. */
+ZUM_API ZumStatus zumiReduceBits_16u8u_C4R(const Zum16u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                           int noise, ZumDitherType dither, int levels);
+/** 16-bit signed to 8-bit, one channel. */
+ZUM_API ZumStatus zumiReduceBits_16s8u_C1R(const Zum16s* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                           int noise, ZumDitherType dither, int levels);
+/** 16-bit signed to 8-bit, three channels. */
+ZUM_API ZumStatus zumiReduceBits_16s8u_C3R(const Zum16s* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                           int noise, ZumDitherType dither, int levels);
+/** 16-bit signed to 8-bit, three channels, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiReduceBits_16s8u_AC4R(const Zum16s* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                            int noise, ZumDitherType dither, int levels);
+/** 16-bit signed to 8-bit, four channels. */
+ZUM_API ZumStatus zumiReduceBits_16s8u_C4R(const Zum16s* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                           int noise, ZumDitherType dither, int levels);
+/** Single precision to 8-bit, one channel. */
+ZUM_API ZumStatus zumiReduceBits_32f8u_C1R(const Zum32f* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                           int noise, ZumDitherType dither, int levels);
+/** Single precision to 8-bit, three channels. */
+ZUM_API ZumStatus zumiReduceBits_32f8u_C3R(const Zum32f* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                           int noise, ZumDitherType dither, int levels);
+/** Single precision to 8-bit, three channels, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiReduceBits_32f8u_AC4R(const Zum32f* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                            int noise, ZumDitherType dither, int levels);
+/** Single precision to 8-bit, four channels. */
+ZUM_API ZumStatus zumiReduceBits_32f8u_C4R(const Zum32f* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
+                                           int noise, ZumDitherType dither, int levels);
+/** Single precision to 16-bit, one channel. */
+ZUM_API ZumStatus zumiReduceBits_32f16u_C1R(const Zum32f* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi,
+                                            int noise, ZumDitherType dither, int levels);
+/** Single precision to 16-bit, three channels. */
+ZUM_API ZumStatus zumiReduceBits_32f16u_C3R(const Zum32f* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi,
+                                            int noise, ZumDitherType dither, int levels);
+/** Single precision to 16-bit, three channels, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiReduceBits_32f16u_AC4R(const Zum32f* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi,
+                                             int noise, ZumDitherType dither, int levels);
+/** Single precision to 16-bit, four channels. */
+ZUM_API ZumStatus zumiReduceBits_32f16u_C4R(const Zum32f* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi,
+                                            int noise, ZumDitherType dither, int levels);
+/** Single precision to 16-bit signed, one channel. */
+ZUM_API ZumStatus zumiReduceBits_32f16s_C1R(const Zum32f* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi,
+                                            int noise, ZumDitherType dither, int levels);
+/** Single precision to 16-bit signed, three channels. */
+ZUM_API ZumStatus zumiReduceBits_32f16s_C3R(const Zum32f* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi,
+                                            int noise, ZumDitherType dither, int levels);
+/** Single precision to 16-bit signed, three channels, alpha left as it is in the destination. */
+ZUM_API ZumStatus zumiReduceBits_32f16s_AC4R(const Zum32f* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi,
+                                             int noise, ZumDitherType dither, int levels);
+/** Single precision to 16-bit signed, four channels. */
+ZUM_API ZumStatus zumiReduceBits_32f16s_C4R(const Zum32f* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi,
+                                            int noise, ZumDitherType dither, int levels);
 
 /** @} */
 

@@ -11,6 +11,29 @@ bool eitherOdd(ZumiSize size) { return (size.width | size.height) & 1; }
 bool eitherHalfOdd(ZumiSize size) { return (size.width | size.height) & 2; }
 bool noGroupsOfFour(ZumiSize size) { return size.width % 4 != 0; }
 
+// All dithers, and their extremes. The errors of diffusion go from channel to channel as the threads have it.
+std::vector<Variant> reductions(double mostLevels) {
+  std::vector<Variant> variants;
+  const auto add = [&](double noise, ZumDitherType dither, double levels, const char* label = "") {
+    const bool diffused = dither != zumDitherNone && dither != zumDitherBayer;
+    variants.push_back({{noise, static_cast<double>(dither), levels}, 0, 0, 0, 0, label, diffused});
+  };
+  add(0, zumDitherNone, 16, "undithered");
+  add(0, zumDitherFS, 16, "FS");
+  add(0, zumDitherJJN, 16, "JJN");
+  add(0, zumDitherStucki, 16, "Stucki");
+  add(0, zumDitherBayer, 16, "Bayer");
+  add(20, zumDitherBayer, 16, "Bayer+noise");
+  add(20, zumDitherFS, 16, "FS+noise");
+  add(20, zumDitherJJN, 16, "JJN+noise");
+  add(100, zumDitherNone, mostLevels);
+  add(0, zumDitherFS, mostLevels);
+  add(60, zumDitherStucki, 2);
+  add(0, zumDitherBayer, mostLevels);
+  add(100, zumDitherBayer, 2);
+  return variants;
+}
+
 void checkPlanesFirst(Traits& t) { t.checks = {Check::kPointers, Check::kPlanes, Check::kSize}; }
 
 // Conversions among the layouts of YCbCr, with that sampling on at least one side.
@@ -145,6 +168,24 @@ const Rule kRules[] = {
     {"zumiToneMapMean_*", [](Traits& t) { t.alignmentShows = true; }},
     // Rows divided among threads at any size.
     {"zumi@(BGRToLab|LabToBGR)_*", [](Traits& t) { t.rowsInOrder = false; }},
+    {"zumiReduceBits_*",
+     [](Traits& t) {
+       t.checks = {Check::kPointers, Check::kSize, Check::kParameters};
+       t.variants = reductions(256);
+       t.refusals = {{{-1, zumDitherFS, 1}, zumErrNoiseValue},
+                     {{101, zumDitherNone, 2}, zumErrNoiseValue},
+                     {{0, zumDitherNone, 1}, zumErrDitherLevels},
+                     {{0, zumDitherBayer, 65537}, zumErrDitherLevels}};
+     }},
+    {"zumiReduceBits_@(16u|16s)_*", [](Traits& t) { t.variants = reductions(65536); }},
+    {"zumiReduceBits_!(16u|16s)_*",
+     [](Traits& t) {
+       t.refusals.push_back({{0, zumDitherFS, 257}, zumErrDitherLevels});
+     }},
+    {"zumiReduceBits_*_C1R",
+     [](Traits& t) {
+       for (Variant& variant : t.variants) variant.threadsShow = false;
+     }},
 
     {"zumiCFAToRGB_*",
      [](Traits& t) {

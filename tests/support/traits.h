@@ -16,6 +16,8 @@ enum class Check { kPointers, kSize, kPlanes, kSteps, kParameters };
 struct Variant {
   std::vector<double> parameters;
   int left = 0, top = 0, right = 0, bottom = 0;
+  std::string label{};       // of a row of its own in the benchmark
+  bool threadsShow = false;  // the result depends on threads_omp_of_n_zum
 };
 
 // Parameters that the function refuses, and how.
@@ -41,7 +43,6 @@ struct Traits {
   bool checksDestination = true;  // for a null pointer
   bool alignmentShows = false;    // the result depends on the address of the source
   bool tightShows = false;        // images without padding are converted in another way
-  bool threadsShow = false;       // the result depends on threads_omp_of_n_zum
 };
 
 Traits traitsOf(const std::string& function);
