@@ -160,6 +160,8 @@ const Rule kRules[] = {
     {"zumiBGRToHLS_8u_AC4R",
      [](Traits& t) {
        t.checks = {Check::kPointers, Check::kSize, Check::kSteps};
+     }},
+
     {"zumiColorTwist*",
      [](Traits& t) {
        t.checks = {Check::kPointers, Check::kPlanes, Check::kSize, Check::kSteps};
