@@ -134,9 +134,7 @@ HWY_INLINE void forward(const T* src, const PlaneRow<Wide, 3>& dst, int width) {
   } else if constexpr (std::is_same_v<Model, Lifted>) {
     columns<Layout<T>, Forward<Model>, Planes3<T>>(src, dst, 0, width);
   } else {
-    const int blockEnd = width & ~3;
-    columns<Layout<T>, LossyForward16<true>, Planes3<T>>(src, dst, 0, blockEnd);
-    lastColumns<Layout<T>, LossyForward16<false>, Planes3<T>>(src, dst, blockEnd, width);
+    blocksAndTail<4, Layout<T>, LossyForward16<true>, LossyForward16<false>, Planes3<T>>(src, dst, width);
   }
 }
 

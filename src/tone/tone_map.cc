@@ -32,30 +32,15 @@ struct Scaled {
   VF32 factor;
 
   HWY_INLINE VU8 apply(const FloatParts::Parts& v) const {
-    return inOrder(Range::join(truncated(v[0] * factor), truncated(v[1] * factor), truncated(v[2] * factor),
-                               truncated(v[3] * factor)));
-  }
-
- private:
-  // Joined in blocks, block b has four samples of every part: those of its block b.
-  static HWY_INLINE VU8 inOrder(VU8 v) {
-    const Tag<std::uint8_t> d;
-    const Tag<std::int32_t> d32;
-    struct Index {
-      alignas(HWY_MAX_BYTES) std::int32_t at[kLanes<std::int32_t>];
-      constexpr Index() : at() {
-        constexpr int kLength = kLanes<std::int32_t>, kBlocks = kLength / 4;
-        for (int i = 0; i < kLength; ++i) at[i] = i % kBlocks * 4 + i / kBlocks;
-      }
-    };
-    static constexpr Index kIndex;
-    return hn::BitCast(d, hn::TableLookupLanes(hn::BitCast(d32, v), hn::SetTableIndices(d32, kIndex.at)));
+    return Range::join(truncated(v[0] * factor), truncated(v[1] * factor), truncated(v[2] * factor),
+                       truncated(v[3] * factor));
   }
 };
 
+// Four vectors joined in blocks stand as ThreeOf4 would load them.
 template <class Range>
 HWY_INLINE void scaled(const Zum32f* src, Zum8u* dst, int width, float factor) {
-  columns<FloatParts, Scaled<Range>, Plane1<Zum8u>>(src, dst, 0, width, Scaled<Range>{all(factor)});
+  columns<FloatParts, Scaled<Range>, PlaneOfThreeOf4<Zum8u>>(src, dst, 0, width, Scaled<Range>{all(factor)});
 }
 
 void innerToneMapLinear(const Zum32f* src, Zum8u* dst, int width, float factor) {
