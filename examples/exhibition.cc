@@ -106,9 +106,9 @@ void Exhibition::show(const std::vector<Section>& sections) {
   printTable();
 }
 
-void Exhibition::convert(const char* function, const std::function<ZumStatus()>& call) {
+void Exhibition::convert(const std::string& function, const std::function<ZumStatus()>& call) {
   const ZumStatus status = call();
-  if (status < 0) throw std::runtime_error(std::string(function) + " failed with status " + std::to_string(status));
+  if (status < 0) throw std::runtime_error(function + " failed with status " + std::to_string(status));
   rooms_.back().measured.push_back({function, photo_.pixels() / fastest(call) / 1e6});
 }
 
@@ -199,11 +199,11 @@ void Exhibition::writePage() const {
 }
 
 void Exhibition::printTable() const {
-  std::printf("%-17s  %-40s  %10s  %8s\n", "conversion", "function", "Mpixel/s", "PSNR dB");
+  std::printf("%-17s  %-44s  %10s  %8s\n", "conversion", "function", "Mpixel/s", "PSNR dB");
   for (const Room& room : rooms_) {
     for (const Measured& measured : room.measured) {
       const bool first = &measured == &room.measured.front(), last = &measured == &room.measured.back();
-      std::printf("%-17s  %-40s  %10.1f  %8s\n", first ? room.section.title : "", measured.function.c_str(),
+      std::printf("%-17s  %-44s  %10.1f  %8s\n", first ? room.section.title : "", measured.function.c_str(),
                   measured.speed, last ? room.psnr.c_str() : "");
     }
   }

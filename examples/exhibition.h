@@ -30,7 +30,7 @@ class Exhibition {
 
   const Picture& photo() const { return photo_; }
   // Runs a conversion, several times for its speed, and adds it to the table. A warning is no failure.
-  void convert(const char* function, const std::function<ZumStatus()>& call);
+  void convert(const std::string& function, const std::function<ZumStatus()>& call);
   // Hangs a picture as it is.
   void hang(const std::string& caption, Picture picture);
   // Hangs the photograph as it came back on some way; the caption tells the PSNR.

@@ -98,6 +98,11 @@ Picture channel(const Picture& picture, int index) {
   return plane;
 }
 
+Picture reversed(Picture picture) {
+  for (size_t i = 0; i < picture.samples.size(); i += 3) std::swap(picture.samples[i], picture.samples[i + 2]);
+  return picture;
+}
+
 Difference difference(const Picture& a, const Picture& b, int amplification) {
   Difference result;
   result.picture = Picture(std::min(a.width, b.width), std::min(a.height, b.height), a.channels);

@@ -36,6 +36,9 @@ void writePng(const Picture& picture, const std::filesystem::path& file);
 // One channel of an interleaved picture.
 Picture channel(const Picture& picture, int index);
 
+// Red and blue exchanged.
+Picture reversed(Picture picture);
+
 // How a picture differs from another of the same channels, over the area that they share.
 struct Difference {
   Picture picture;  // the absolute differences, amplified and clipped

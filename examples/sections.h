@@ -13,6 +13,8 @@ std::vector<Section> lumaChromaSections();
 std::vector<Section> modelSections();
 std::vector<Section> samplingSections();
 std::vector<Section> sensorSections();
+std::vector<Section> levelSections();
+std::vector<Section> toneSections();
 
 // A function and its name.
 template <class Function>
@@ -22,11 +24,6 @@ struct Named {
 };
 #define NAMED(function) \
   { #function, function }
-
-// A conversion on Pictures, by its name: what most functions with interleaved pixels on both sides take.
-#define CONVERT(show, function, from, to) \
-  (show).convert(#function,               \
-                 [&] { return function((from).data(), (from).step(), (to).data(), (to).step(), (from).size()); })
 
 // The three planes of a luma-chroma image, chroma at its own size, in the form that the library takes.
 struct Planes {
