@@ -74,7 +74,7 @@ std::vector<Section> levelSections() {
   return {
       {"2 levels", "Black or full in every channel: all else is the work of the eye.", photograph<2>},
       {"4 levels", "The same with two levels more.", photograph<4>},
-      {"16 levels", "Bands show in the sky and in shadows, and go away.", photograph<16>},
+      {"16 levels", "Bands show in smooth areas and in shadows, and go away.", photograph<16>},
       {"Deep ramps", "A dark ramp over sixteen of the 256 levels of a byte, made sixteen times as bright to be seen.",
        ramps},
   };
