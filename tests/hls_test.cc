@@ -1,23 +1,17 @@
-// HLS against the formulas in single steps of scalar arithmetic: every 8-bit colour, and colours of all kinds at the
-// other depths, in block columns and in the columns behind them.
-#include <gtest/gtest.h>
-
+// HLS against the formulas in single steps of plain arithmetic, in block columns and in the columns behind them.
 #include <algorithm>
 #include <array>
 #include <cstring>
 #include <limits>
 #include <random>
+#include <type_traits>
 #include <vector>
 
-#include "support/instruction_sets.h"
-#include "support/plain.h"
-#include "zumcc.h"
+#include "support/colours.h"
 
 namespace {
 
-template <class T>
-using Colour = std::array<T, 3>;
-
+using zumtest::Colour;
 using zumtest::estimate;
 using zumtest::ofBits;
 using zumtest::refined;
@@ -105,72 +99,7 @@ Colour<T> toRgb(const Colour<T>& hls, bool tail) {
   return {channel(red > 360 ? red - 360 : red), channel(h), channel(blue < 0 ? blue + 360 : blue)};
 }
 
-// ---- Images, interleaved or in planes, as the type of a function's argument says
-
-constexpr int kBlocks = 1016, kPixels = kBlocks * 3 * 5 * 7 * 3;
-
-template <class Argument>
-struct Image {
-  static constexpr bool kPlanar = std::is_pointer_v<std::remove_pointer_t<Argument>>;
-  using Sample = std::remove_const_t<std::remove_pointer_t<std::remove_const_t<std::remove_pointer_t<Argument>>>>;
-
-  std::size_t channels;
-  std::vector<Sample> samples = std::vector<Sample>(channels * kPixels);
-  std::array<Sample*, 4> planes{};
-
-  Sample& at(std::size_t pixel, std::size_t c) { return samples[kPlanar ? c * kPixels + pixel : pixel * channels + c]; }
-  int step(int width) const { return static_cast<int>((kPlanar ? 1 : channels) * width * sizeof(Sample)); }
-  Argument argument() {
-    for (std::size_t c = 0; c < channels; ++c) planes[c] = samples.data() + c * kPixels;
-    if constexpr (kPlanar) {
-      return planes.data();
-    } else {
-      return samples.data();
-    }
-  }
-};
-
-struct Format {
-  std::size_t channels;
-  int block;  // columns in a whole block
-  bool toHls, bgr = false, copiesAlpha = false;
-};
-
-template <class T, class Src, class Dst>
-void compare(ZumStatus (*function)(Src, int, Dst, int, ZumiSize), const Format& f, int colours,
-             Colour<T> (*colour)(int)) {
-  static const std::vector<int64_t> sets = zumtest::instructionSets();
-  const bool bgrIn = f.bgr && f.toHls, bgrOut = f.bgr && !f.toHls;
-  for (int first = 0; first < colours; first += kPixels) {
-    Image<Src> src{f.channels};
-    std::vector<std::array<Colour<T>, 2>> wanted(kPixels);  // in a block, and behind
-    for (int i = 0; i < kPixels; ++i) {
-      const Colour<T> c = colour(std::min(first + i, colours - 1));
-      for (int tail = 0; tail < 2; ++tail) wanted[i][tail] = (f.toHls ? toHls<T> : toRgb<T>)(c, tail);
-      for (int k = 0; k < 3; ++k) src.at(i, bgrIn ? 2 - k : k) = c[k];
-      if (f.copiesAlpha) src.at(i, 3) = static_cast<T>(i);
-    }
-    for (const int width : {kBlocks, f.block - 1, 15}) {
-      for (const int64_t set : sets) {
-        zumtest::useInstructionSet(set);
-        Image<Dst> dst{f.channels};
-        ASSERT_EQ(zumOk,
-                  function(src.argument(), src.step(width), dst.argument(), dst.step(width), {width, kPixels / width}));
-        for (int i = 0; i < kPixels; ++i) {
-          const bool tail = i % width >= width - width % f.block;
-          const Colour<T> got = {dst.at(i, bgrOut ? 2 : 0), dst.at(i, 1), dst.at(i, bgrOut ? 0 : 2)};
-          if (got == wanted[i][tail] && (!f.copiesAlpha || dst.at(i, 3) == src.at(i, 3))) continue;
-          FAIL() << hwy::TargetName(set) << ", column " << i % width << " of " << width << ": "
-                 << testing::PrintToString(colour(first + i)) << " gives " << testing::PrintToString(got) << ", not "
-                 << testing::PrintToString(wanted[i][tail]) << ", or has another alpha";
-        }
-      }
-    }
-  }
-}
-
-// Bytes all over the cube: an odd step meets every colour once in 2^24.
-Colour<Zum8u> byteColour(int i) { return {Zum8u(61 * i), Zum8u(61 * i >> 8), Zum8u(61 * i >> 16)}; }
+// ---- Colours
 
 // Gray within two units, ties, colours near the borders of sextants and of the range, dark colours, gray, any.
 template <class T>
@@ -193,65 +122,130 @@ Colour<T> deepColour(int i) {
   return c;
 }
 
-// The same from 0 to 1, far beyond both, or close together.
+// The same from 0 to 1, far beyond both, or close together, and hues where sextants meet.
 Colour<Zum32f> floatColour(int i) {
   constexpr float kScales[] = {1, 50, 0x1p-21f}, kOffsets[] = {0, -25, 0.25f};
   Colour<Zum32f> c;
   for (int k = 0; k < 3; ++k) c[k] = deepColour<Zum16u>(i)[k] / 65535.0f * kScales[i % 3] + kOffsets[i % 3];
+  if (i % 7 == 6) c[0] = static_cast<float>(i % 6) / 6;
   return c;
 }
 
-// One thread: on a busy machine others cost more than they do.
-class HlsTest : public testing::Test {
- protected:
-  HlsTest() { threads_omp_of_n_zum = 1; }
-  ~HlsTest() override {
-    zumtest::useInstructionSet(zumtest::kBestInstructionSet);
-    threads_omp_of_n_zum = threads_;
+template <class T>
+std::vector<Colour<T>> colours() {
+  if constexpr (kIsByte<T>) return zumtest::everyNth(61);
+  std::vector<Colour<T>> result;
+  for (int i = 0; i < 1 << 18; ++i) {
+    if constexpr (kIsFloat<T>) {
+      result.push_back(floatColour(i));
+    } else {
+      result.push_back(deepColour<T>(i));
+    }
   }
-
- private:
-  const Zum32s threads_ = threads_omp_of_n_zum;
-};
-
-template <class T>
-using Function = ZumStatus(const T*, int, T*, int, ZumiSize);
-
-// Each direction with three channels and with alpha.
-template <class T>
-void compareAll(Function<T>* const (&functions)[4], int blockOf3, Colour<T> (*colour)(int)) {
-  constexpr int kColours = 3 * kPixels;
-  compare(functions[0], {3, blockOf3, true}, kColours, colour);
-  compare(functions[1], {4, 4, true}, kColours, colour);
-  compare(functions[2], {3, blockOf3, false}, kColours, colour);
-  compare(functions[3], {4, 4, false}, kColours, colour);
+  return result;
 }
 
-TEST_F(HlsTest, AllDepths) {
-  compareAll({zumiRGBToHLS_8u_C3R, zumiRGBToHLS_8u_AC4R, zumiHLSToRGB_8u_C3R, zumiHLSToRGB_8u_AC4R}, 8, byteColour);
-  compareAll({zumiRGBToHLS_16u_C3R, zumiRGBToHLS_16u_AC4R, zumiHLSToRGB_16u_C3R, zumiHLSToRGB_16u_AC4R}, 4,
-             deepColour<Zum16u>);
-  compareAll({zumiRGBToHLS_16s_C3R, zumiRGBToHLS_16s_AC4R, zumiHLSToRGB_16s_C3R, zumiHLSToRGB_16s_AC4R}, 4,
-             deepColour<Zum16s>);
-  compareAll({zumiRGBToHLS_32f_C3R, zumiRGBToHLS_32f_AC4R, zumiHLSToRGB_32f_C3R, zumiHLSToRGB_32f_AC4R}, 4,
-             floatColour);
+template <class T>
+using Function = zumtest::Conversion<T, T>;
+
+// Steps lose what is no whole sample.
+template <class T>
+void check(Function<T>* function, int channels, int block, Colour<T> (*formula)(const Colour<T>&, bool tail)) {
+  const std::vector<Colour<T>> src = colours<T>();
+  zumtest::compare<T, T>(function, channels, block, src, formula);
+  constexpr int kStep = 12 * sizeof(T), kRows = 3;
+  T whole[12 * kRows] = {}, odd[12 * kRows] = {};
+  function(src[0].data(), kStep, whole, kStep, {3, kRows});
+  function(src[0].data(), kStep + sizeof(T) - 1, odd, kStep + sizeof(T) - 1, {3, kRows});
+  EXPECT_TRUE(std::equal(whole, std::end(whole), odd));
+}
+
+using HlsTest = zumtest::ColourTest;
+
+TEST_F(HlsTest, ToHls) {
+  check<Zum8u>(zumiRGBToHLS_8u_C3R, 3, 8, toHls);
+  check<Zum8u>(zumiRGBToHLS_8u_AC4R, 4, 4, toHls);
+  check<Zum16u>(zumiRGBToHLS_16u_C3R, 3, 4, toHls);
+  check<Zum16u>(zumiRGBToHLS_16u_AC4R, 4, 4, toHls);
+  check<Zum16s>(zumiRGBToHLS_16s_C3R, 3, 4, toHls);
+  check<Zum16s>(zumiRGBToHLS_16s_AC4R, 4, 4, toHls);
+  check<Zum32f>(zumiRGBToHLS_32f_C3R, 3, 4, toHls);
+  check<Zum32f>(zumiRGBToHLS_32f_AC4R, 4, 4, toHls);
+}
+TEST_F(HlsTest, ToRgb) {
+  check<Zum8u>(zumiHLSToRGB_8u_C3R, 3, 8, toRgb);
+  check<Zum8u>(zumiHLSToRGB_8u_AC4R, 4, 4, toRgb);
+  check<Zum16u>(zumiHLSToRGB_16u_C3R, 3, 4, toRgb);
+  check<Zum16u>(zumiHLSToRGB_16u_AC4R, 4, 4, toRgb);
+  check<Zum16s>(zumiHLSToRGB_16s_C3R, 3, 4, toRgb);
+  check<Zum16s>(zumiHLSToRGB_16s_AC4R, 4, 4, toRgb);
+  check<Zum32f>(zumiHLSToRGB_32f_C3R, 3, 4, toRgb);
+  check<Zum32f>(zumiHLSToRGB_32f_AC4R, 4, 4, toRgb);
+}
+
+// ---- BGR, interleaved or in planes, as the type of a function's argument says
+
+// Whole vectors, a block and a tail.
+constexpr int kWidth = 135;
+
+template <class Argument>
+struct Row {
+  static constexpr bool kPlanar = std::is_pointer_v<std::remove_pointer_t<Argument>>;
+
+  int channels;
+  Zum8u samples[4 * kWidth] = {};
+  Zum8u* planes[4] = {samples, samples + kWidth, samples + 2 * kWidth, samples + 3 * kWidth};
+
+  Zum8u& at(int x, int c) { return samples[kPlanar ? c * kWidth + x : x * channels + c]; }
+  Argument argument() {
+    if constexpr (kPlanar) {
+      return planes;
+    } else {
+      return samples;
+    }
+  }
+};
+
+enum class Alpha { kNone, kKept, kCopied };
+
+template <class Src, class Dst>
+void checkBgr(ZumStatus (*function)(Src, int, Dst, int, ZumiSize), bool toHlsFromBgr, Alpha alpha) {
+  const int channels = alpha == Alpha::kNone ? 3 : 4, inFirst = toHlsFromBgr ? 2 : 0, outFirst = 2 - inFirst;
+  const auto formula = toHlsFromBgr ? toHls<Zum8u> : toRgb<Zum8u>;
+  const std::vector<Colour<Zum8u>> colours = zumtest::everyNth(997);
+  for (const int64_t set : zumtest::instructionSets()) {
+    zumtest::useInstructionSet(set);
+    for (auto colour = colours.begin(); colour + kWidth <= colours.end(); colour += kWidth) {
+      Row<Src> src{channels};
+      Row<Dst> dst{channels};
+      for (int x = 0; x < kWidth; ++x) {
+        for (int c = 0; c < 3; ++c) src.at(x, std::abs(inFirst - c)) = colour[x][c];
+        if (channels == 4) src.at(x, 3) = static_cast<Zum8u>(x + 1);
+      }
+      ASSERT_EQ(zumOk, function(src.argument(), 1, dst.argument(), 1, {kWidth, 1}));
+      for (int x = 0; x < kWidth; ++x) {
+        const Colour<Zum8u> got{dst.at(x, outFirst), dst.at(x, 1), dst.at(x, 2 - outFirst)};
+        ASSERT_EQ(formula(colour[x], x >= (kWidth & ~3)), got) << hwy::TargetName(set) << ", column " << x;
+        ASSERT_TRUE(channels == 3 || dst.at(x, 3) == (alpha == Alpha::kCopied ? x + 1 : 0)) << "column " << x;
+      }
+    }
+  }
 }
 
 TEST_F(HlsTest, BgrLayouts) {
-  constexpr bool kBgr = true, kAlpha = true;
-  compare(zumiBGRToHLS_8u_AC4R, {4, 4, true, kBgr}, kPixels, byteColour);
-  compare(zumiBGRToHLS_8u_AP4R, {4, 4, true, kBgr, kAlpha}, kPixels, byteColour);
-  compare(zumiBGRToHLS_8u_AP4C4R, {4, 4, true, kBgr, kAlpha}, kPixels, byteColour);
-  compare(zumiBGRToHLS_8u_AC4P4R, {4, 4, true, kBgr, kAlpha}, kPixels, byteColour);
-  compare(zumiBGRToHLS_8u_P3R, {3, 4, true, kBgr}, kPixels, byteColour);
-  compare(zumiBGRToHLS_8u_P3C3R, {3, 4, true, kBgr}, kPixels, byteColour);
-  compare(zumiBGRToHLS_8u_C3P3R, {3, 4, true, kBgr}, kPixels, byteColour);
-  compare(zumiHLSToBGR_8u_AP4R, {4, 4, false, kBgr, kAlpha}, kPixels, byteColour);
-  compare(zumiHLSToBGR_8u_AP4C4R, {4, 4, false, kBgr, kAlpha}, kPixels, byteColour);
-  compare(zumiHLSToBGR_8u_AC4P4R, {4, 4, false, kBgr, kAlpha}, kPixels, byteColour);
-  compare(zumiHLSToBGR_8u_P3R, {3, 4, false, kBgr}, kPixels, byteColour);
-  compare(zumiHLSToBGR_8u_P3C3R, {3, 4, false, kBgr}, kPixels, byteColour);
-  compare(zumiHLSToBGR_8u_C3P3R, {3, 4, false, kBgr}, kPixels, byteColour);
+  checkBgr(zumiBGRToHLS_8u_AC4R, true, Alpha::kKept);
+  checkBgr(zumiBGRToHLS_8u_AP4R, true, Alpha::kCopied);
+  checkBgr(zumiBGRToHLS_8u_AP4C4R, true, Alpha::kCopied);
+  checkBgr(zumiBGRToHLS_8u_AC4P4R, true, Alpha::kCopied);
+  checkBgr(zumiBGRToHLS_8u_P3R, true, Alpha::kNone);
+  checkBgr(zumiBGRToHLS_8u_P3C3R, true, Alpha::kNone);
+  checkBgr(zumiBGRToHLS_8u_C3P3R, true, Alpha::kNone);
+  checkBgr(zumiHLSToBGR_8u_AP4R, false, Alpha::kCopied);
+  checkBgr(zumiHLSToBGR_8u_AP4C4R, false, Alpha::kCopied);
+  checkBgr(zumiHLSToBGR_8u_AC4P4R, false, Alpha::kCopied);
+  checkBgr(zumiHLSToBGR_8u_P3R, false, Alpha::kNone);
+  checkBgr(zumiHLSToBGR_8u_P3C3R, false, Alpha::kNone);
+  checkBgr(zumiHLSToBGR_8u_C3P3R, false, Alpha::kNone);
 }
 
 // ---- Values known beforehand
@@ -306,24 +300,6 @@ TEST_F(HlsTest, FloatGrayIsKeptBitForBit) {
     const std::vector<float> dst = rowOf<Zum32f>(zumiHLSToRGB_32f_C3R, {0.3f, l, 0});
     for (const float v : dst) EXPECT_EQ(0, std::memcmp(&l, &v, sizeof(v))) << l << ' ' << v;
   }
-}
-
-template <class T>
-void expectWholeSteps(std::initializer_list<Function<T>*> functions) {
-  constexpr int kStep = 64, kOddStep = kStep + int{sizeof(T)} - 1, kRows = 3;
-  std::vector<T> src((kRows + 1) * kStep / sizeof(T)), whole(src.size()), odd(src.size());
-  for (std::size_t i = 0; i < src.size(); ++i) src[i] = static_cast<T>(i * 97);
-  for (Function<T>* function : functions) {
-    function(src.data(), kStep, whole.data(), kStep, {4, kRows});
-    function(src.data(), kOddStep, odd.data(), kOddStep, {4, kRows});
-    EXPECT_EQ(whole, odd);
-  }
-}
-
-TEST_F(HlsTest, StepsLoseWhatIsNoWholeSample) {
-  expectWholeSteps<Zum16u>({zumiRGBToHLS_16u_C3R, zumiRGBToHLS_16u_AC4R, zumiHLSToRGB_16u_C3R, zumiHLSToRGB_16u_AC4R});
-  expectWholeSteps<Zum16s>({zumiRGBToHLS_16s_C3R, zumiRGBToHLS_16s_AC4R, zumiHLSToRGB_16s_C3R, zumiHLSToRGB_16s_AC4R});
-  expectWholeSteps<Zum32f>({zumiRGBToHLS_32f_C3R, zumiRGBToHLS_32f_AC4R, zumiHLSToRGB_32f_C3R, zumiHLSToRGB_32f_AC4R});
 }
 
 }  // namespace

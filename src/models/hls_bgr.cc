@@ -28,7 +28,7 @@ template <class Form>
 struct WithAlpha : Form {
   using Form::apply;
   static HWY_INLINE FourChannels<VU8> apply(const FourChannels<VU8>& v) {
-    const Channels<VU8> colour = apply({v.c0, v.c1, v.c2});
+    const Channels<VU8> colour = Form::apply({v.c0, v.c1, v.c2});
     return {colour.c0, colour.c1, colour.c2, v.c3};
   }
 };
