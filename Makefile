@@ -2,6 +2,7 @@
 #
 #   make demo          a gallery of pictures from a photograph: PHOTO=file for your own, GALLERY=folder for another place
 #   make test          the format check, then the tests with optimisation and again with the sanitizers
+#   make test-i386     the tests on 32-bit x86;  make test-arm64 on 64-bit Arm, by emulation
 #   make bench         the speed of every function
 #   make bench-peers   the same conversions in other libraries
 #   make format        put the sources into their format;  make check-format only looks
@@ -17,7 +18,7 @@ configure = cmake -S . -G Ninja -DZUM_WERROR=ON -DCMAKE_BUILD_TYPE=Release \
 build = cmake --build $(1) -j $(JOBS)
 only_library = -DZUM_BUILD_TESTS=OFF -DZUM_BUILD_EXAMPLES=OFF
 
-.PHONY: demo test bench bench-peers format check-format clean
+.PHONY: demo test test-i386 test-arm64 bench bench-peers format check-format clean
 
 demo:
 	scripts/packages.sh build demo $(if $(filter file,$(origin PHOTO)),photo)
@@ -33,6 +34,12 @@ test: check-format
 	$(configure) -B build/sanitize -DZUM_SANITIZE=ON -DCMAKE_CXX_FLAGS_RELEASE=-O1
 	$(call build,build/sanitize)
 	ctest --test-dir build/sanitize --output-on-failure -j $(JOBS)
+
+test-i386 test-arm64: test-%:
+	scripts/packages.sh build test $*
+	$(configure) -B build/$* --toolchain cmake/toolchains/$*.cmake -DZUM_BUILD_EXAMPLES=OFF
+	$(call build,build/$*)
+	ctest --test-dir build/$* --output-on-failure -j $(JOBS)
 
 bench:
 	scripts/packages.sh build bench

@@ -11,6 +11,8 @@ declare -A groups=(
   [test]="libgtest-dev"
   [format]="clang-format-14"
   [bench]="libbenchmark-dev"
+  [i386]="g++-i686-linux-gnu libhwy-dev:i386 libgomp1:i386 libgtest-dev:i386"
+  [arm64]="g++-aarch64-linux-gnu libhwy-dev:arm64 libgomp1:arm64 libgtest-dev:arm64 qemu-user"
   [peers]="libyuv-dev libswscale-dev libopencv-core-dev libopencv-imgproc-dev"
 )
 
@@ -36,5 +38,8 @@ if [[ $(id -u) -ne 0 ]]; then
   root=(sudo)
 fi
 echo "Installing ${missing[*]}"
+for package in "${missing[@]}"; do
+  [[ $package != *:* ]] || "${root[@]}" dpkg --add-architecture "${package#*:}"
+done
 "${root[@]}" apt-get update -q || echo "The lists of packages could not be updated; trying with those at hand." >&2
 "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}" </dev/null

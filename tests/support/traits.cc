@@ -147,6 +147,9 @@ const Rule kRules[] = {
      }},
     {"zumiYCoCgToSBGR*", [](Traits& t) { t.variants.push_back({{-12345}}); }},
 
+    {"zumi@(RGBTo@(HSV|HLS|LUV)|BGRToHLS)_*", [](Traits& t) { t.estimates = true; }},
+    {"zumiLUVToRGB_!(32f)_*", [](Traits& t) { t.estimates = true; }},
+
     {"zumi@(Sum|Mean)_32f_*",
      [](Traits& t) {
        t.variants = {{{zumHintFast}}, {{zumHintAccurate}}};

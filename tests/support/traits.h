@@ -42,6 +42,7 @@ struct Traits {
   bool rowsInOrder = true;        // images below the thresholds of the parallel drivers are written from the top down
   bool checksDestination = true;  // for a null pointer
   bool alignmentShows = false;    // the result depends on the address of the source
+  bool estimates = false;         // uses the processor's reciprocal estimate
   bool tightShows = false;        // images without padding are converted in another way
 };
 
