@@ -319,12 +319,13 @@ TEST_F(ReduceBitsTest, KnownValues) {
   EXPECT_EQ((std::vector<Zum8u>{0, 0, 255, 255, 255, 255, 0, 0}), bayer);
   const auto diffused = call(zumiReduceBits_8u_C1R, kC1, std::vector<Zum8u>(4, 128), {4, 1}, {0, zumDitherFS, 2});
   EXPECT_EQ((std::vector<Zum8u>{255, 0, 255, 0}), diffused);
-  // 16 bits lose their low byte when dithered, and are scaled when not.
+  // Six sevenths: scaled to the range of bytes if undithered, else the high byte of the 16-bit level.
   const auto ofDeep = [&](ZumDitherType dither) {
-    return call(zumiReduceBits_16u8u_C1R, kC1, {0x80FF, 0x80FF, 0x80FF, 0x80FF}, {4, 1}, {0, dither, 256})[3];
+    return call(zumiReduceBits_16u8u_C1R, kC1, std::vector<Zum16u>(4, 56173), {4, 1}, {0, dither, 8})[3];
   };
-  EXPECT_EQ(128, ofDeep(zumDitherNone));
-  EXPECT_EQ(128, ofDeep(zumDitherBayer));
+  EXPECT_EQ(218, ofDeep(zumDitherNone));
+  EXPECT_EQ(219, ofDeep(zumDitherBayer));
+  EXPECT_EQ(219, ofDeep(zumDitherJJN));
 }
 
 TEST_F(ReduceBitsTest, LeavesAloneWhatHasNoName) {
