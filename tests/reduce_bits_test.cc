@@ -1,6 +1,7 @@
 // Bit reduction against its definition, sample by sample in scalar steps: all depths, layouts, dithers, with noise and
 // without, at every instruction set and number of threads.
 #include <gtest/gtest.h>
+#include <omp.h>
 
 #include <algorithm>
 #include <cmath>
@@ -50,6 +51,15 @@ class Noise {
   std::vector<Zum16s> places_;
 };
 
+// What the runtime makes of a number of threads.
+int granted(int threads) {
+  int team = 1;
+#pragma omp parallel num_threads(std::max(threads, 1))
+#pragma omp single
+  team = omp_get_num_threads();
+  return team;
+}
+
 template <class Src, class Dst>
 struct Definition {
   static constexpr bool kFloat = std::is_same_v<Src, float>,
@@ -60,7 +70,7 @@ struct Definition {
   Layout layout;
   ZumiSize size;
   Parameters p;
-  int threads;
+  int threads;  // asked for
   float q, inv;
   bool onBorders =
       false;  // samples are chosen anew, so that with the errors that reach them they come next to a border
@@ -137,7 +147,7 @@ struct Definition {
     static const std::vector<int> kPlans[2][4] = {{{3}, {2, 1}, {1, 1, 1}, {1, 1, 1}},
                                                   {{4}, {2, 2}, {2, 1, 1}, {1, 1, 1, 1}}};
     const std::vector<int> plan =
-        layout == kC1 ? std::vector<int>{1} : kPlans[layout == kC4][std::clamp(threads, 1, 4) - 1];
+        layout == kC1 ? std::vector<int>{1} : kPlans[layout == kC4][std::min(granted(threads), 4) - 1];
     const Noise noise((50 - p.noise) * q / 100.0f, (50 + p.noise) * q / 100.0f);
     const bool fs = p.dither == zumDitherFS, stucki = p.dither == zumDitherStucki,
                apart = fs && (kFloat || kSigned16To8);
