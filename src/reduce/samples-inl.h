@@ -26,32 +26,8 @@ constexpr std::size_t kSamples = 4 * kLanes<float>;
 
 // Nudged in double precision before it.
 HWY_INLINE VI32 truncatedNudged(VF32 x) {
-#if HWY_TARGET <= HWY_AVX3
-  const __m512d nudge = _mm512_set1_pd(kNudge);
-  const __m512d lower = _mm512_cvtps_pd(_mm512_castps512_ps256(x.raw)),
-                upper = _mm512_cvtps_pd(_mm512_extractf32x8_ps(x.raw, 1));
-  return VI32{_mm512_inserti64x4(_mm512_castsi256_si512(_mm512_cvttpd_epi32(_mm512_add_pd(lower, nudge))),
-                                 _mm512_cvttpd_epi32(_mm512_add_pd(upper, nudge)), 1)};
-#elif HWY_TARGET == HWY_AVX2
-  const __m256d nudge = _mm256_set1_pd(kNudge);
-  const __m256d lower = _mm256_cvtps_pd(_mm256_castps256_ps128(x.raw)),
-                upper = _mm256_cvtps_pd(_mm256_extractf128_ps(x.raw, 1));
-  return VI32{_mm256_set_m128i(_mm256_cvttpd_epi32(_mm256_add_pd(upper, nudge)),
-                               _mm256_cvttpd_epi32(_mm256_add_pd(lower, nudge)))};
-#elif HWY_ARCH_X86
-  const __m128d nudge = _mm_set1_pd(kNudge);
-  const __m128d lower = _mm_cvtps_pd(x.raw), upper = _mm_cvtps_pd(_mm_movehl_ps(x.raw, x.raw));
-  return VI32{
-      _mm_unpacklo_epi64(_mm_cvttpd_epi32(_mm_add_pd(lower, nudge)), _mm_cvttpd_epi32(_mm_add_pd(upper, nudge)))};
-#else
-  const float64x2_t nudge = vdupq_n_f64(kNudge);
-  const int64x2_t lower = vcvtq_s64_f64(vaddq_f64(vcvt_f64_f32(vget_low_f32(x.raw)), nudge)),
-                  upper = vcvtq_s64_f64(vaddq_f64(vcvt_high_f64_f32(x.raw), nudge));
-  const Tag<std::int32_t> d;
-  const auto inRange = hn::RebindMask(d, x < all(0x1p31f));  // as in truncated()
-  return hn::IfThenElse(inRange, VI32{vqmovn_high_s64(vqmovn_s64(lower), upper)},
-                        all(std::numeric_limits<std::int32_t>::min()));
-#endif
+  const Halves<VF64> wide = toDouble(x);
+  return truncated(Halves<VF64>{wide.a + all(kNudge), wide.b + all(kNudge)});
 }
 
 template <bool nudged>
