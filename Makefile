@@ -5,6 +5,8 @@
 #   make test-i386     the tests on 32-bit x86;  make test-arm64 on 64-bit Arm, by emulation
 #   make bench         the speed of every function
 #   make bench-peers   the same conversions in other libraries
+#   make package       Debian packages, in build/package, and a look at what they hold
+#   make docs          the reference, in build/docs/html
 #   make format        put the sources into their format;  make check-format only looks
 #   make clean         remove what these commands made
 PHOTO ?= /usr/share/palapeli/collection/panther-chameleon-female.jpg
@@ -18,7 +20,7 @@ configure = cmake -S . -G Ninja -DZUM_WERROR=ON -DCMAKE_BUILD_TYPE=Release \
 build = cmake --build $(1) -j $(JOBS)
 only_library = -DZUM_BUILD_TESTS=OFF -DZUM_BUILD_EXAMPLES=OFF
 
-.PHONY: demo test test-i386 test-arm64 bench bench-peers format check-format clean
+.PHONY: demo test test-i386 test-arm64 bench bench-peers package docs format check-format clean
 
 demo:
 	scripts/packages.sh build demo $(if $(filter file,$(origin PHOTO)),photo)
@@ -52,6 +54,18 @@ bench-peers:
 	$(configure) -B build/bench-peers $(only_library) -DZUM_BUILD_PEERS=ON
 	$(call build,build/bench-peers) --target zum_bench_peers
 	build/bench-peers/bench/zum_bench_peers $(BENCH_FLAGS)
+
+package:
+	scripts/packages.sh build package
+	$(configure) -B build/package $(only_library) -DCMAKE_INSTALL_PREFIX=/usr
+	$(call build,build/package)
+	cd build/package && cpack
+	scripts/check-packages.sh build/package
+
+docs:
+	scripts/packages.sh docs
+	mkdir -p build/docs
+	doxygen docs/Doxyfile
 
 format:
 	scripts/packages.sh format

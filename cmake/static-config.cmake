@@ -1,0 +1,5 @@
+include(CMakeFindDependencyMacro)
+find_dependency(PkgConfig)
+pkg_check_modules(HWY REQUIRED IMPORTED_TARGET libhwy)
+find_dependency(OpenMP COMPONENTS CXX)
+include(${CMAKE_CURRENT_LIST_DIR}/zumcc-targets.cmake)
