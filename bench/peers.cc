@@ -36,6 +36,8 @@ extern "C" {
 #include <libavutil/log.h>
 #include <libswscale/swscale.h>
 }
+#include <leptonica/allheaders.h>
+#include <zimg.h>
 
 namespace {
 
@@ -71,7 +73,6 @@ int rggbChannel(int, int, int x, int y) { return x % 2 + y % 2; }
 const Format kNone{1, {}, planeChannel};
 const Format kGray8{1, {{1}}, interleavedChannel};
 const Format kGray32f{4, {{1}}, interleavedChannel};
-const Format kC3x32f{4, {{3}}, interleavedChannel};
 const Format kC3{1, {{3}}, interleavedChannel};
 const Format kC4{1, {{4}}, interleavedChannel};
 const Format kC3x16{2, {{3}}, interleavedChannel};
@@ -79,6 +80,7 @@ const Format kC4x16{2, {{4}}, interleavedChannel};
 const Format kC3x32f{4, {{3}}, interleavedChannel};
 const Format kC4x32f{4, {{4}}, interleavedChannel};
 const Format kGray16{2, {{1}}, interleavedChannel};
+const Format kBits{1, {{1, 3}}, interleavedChannel};  // eight pixels a byte
 const Format kPacked422{1, {{2}}, packed422Channel};
 const Format kChromaFirst422{1, {{2}}, chromaFirstChannel};
 const Format kP444{1, {{1}, {1}, {1}}, planeChannel};
@@ -183,7 +185,7 @@ void Image::fill() {
             uint16_t wide = value << 8 | random >> 24;
             std::memcpy(out, &wide, sizeof wide);
           } else {
-            float real = value / 255.0f;
+            float real = (value << 8 | random >> 24) / 65535.0f;
             std::memcpy(out, &real, sizeof real);
           }
         }
@@ -335,6 +337,15 @@ Prepare zum(ZumStatus (*f)(const Zum32f*, int, Zum32f*, int, ZumiSize, Zum32f, Z
   });
 }
 
+// Fewer levels, without noise.
+template <class Src, class Dst>
+Prepare reduced(ZumStatus (*f)(const Src*, int, Dst*, int, ZumiSize, int, ZumDitherType, int), ZumDitherType dither,
+                int levels) {
+  return direct([=](auto& src, auto& dst) {
+    check(f(pointerTo<const Src*>(src), src.step(0), pointerTo<Dst*>(dst), dst.step(0), roiOf(src), 0, dither, levels));
+  });
+}
+
 // A sepia tone; of four samples the last stays as it is.
 const float kSepia[3][4] = {{0.393f, 0.769f, 0.189f, 0}, {0.349f, 0.686f, 0.168f, 0}, {0.272f, 0.534f, 0.131f, 0}};
 const float kSepia4[4][4] = {
@@ -468,6 +479,53 @@ Prepare swScale(AVPixelFormat from, AVPixelFormat to) {
   };
 }
 
+// Gray of any depth to bytes, full range on both sides.
+Prepare zimg(zimg_dither_type_e dither) {
+  return [dither](const Image& src, const Image& dst) {
+    const auto formatOf = [](const Image& image) {
+      zimg_image_format format;
+      zimg_image_format_default(&format, ZIMG_API_VERSION);
+      format.width = image.size().width;
+      format.height = image.size().height;
+      const int bytes = image.format().sampleBytes;
+      format.pixel_type = bytes == 1 ? ZIMG_PIXEL_BYTE : bytes == 2 ? ZIMG_PIXEL_WORD : ZIMG_PIXEL_FLOAT;
+      format.depth = 8 * bytes;
+      format.pixel_range = ZIMG_RANGE_FULL;
+      return format;
+    };
+    zimg_graph_builder_params params;
+    zimg_graph_builder_params_default(&params, ZIMG_API_VERSION);
+    params.dither_type = dither;
+    params.cpu_type = ZIMG_CPU_AUTO_64B;
+    const zimg_image_format from = formatOf(src), to = formatOf(dst);
+    std::shared_ptr<zimg_filter_graph> graph(zimg_filter_graph_build(&from, &to, &params), &zimg_filter_graph_free);
+    size_t room = 0;
+    if (!graph || zimg_filter_graph_get_tmp_size(graph.get(), &room)) throw std::runtime_error("zimg refuses");
+    constexpr size_t kAlignment = 64;
+    std::shared_ptr<void> memory(std::aligned_alloc(kAlignment, (room + kAlignment) / kAlignment * kAlignment),
+                                 &std::free);
+    return loop([=, &src, &dst] {
+      zimg_image_buffer_const in{ZIMG_API_VERSION, {}};
+      zimg_image_buffer out{ZIMG_API_VERSION, {}};
+      in.plane[0] = {src.data(), src.step(0), ZIMG_BUFFER_MAX};
+      out.plane[0] = {dst.data(), dst.step(0), ZIMG_BUFFER_MAX};
+      if (zimg_filter_graph_process(graph.get(), &in, &out, memory.get(), nullptr, nullptr, nullptr, nullptr))
+        throw std::runtime_error("zimg failed");
+    });
+  };
+}
+
+// Floyd and Steinberg's diffusion to bits, in an image of its own making. The bytes of its words are in another order.
+Loop leptonicaDither(const Image& src, const Image&) {
+  const auto discard = [](PIX* pix) { pixDestroy(&pix); };
+  std::shared_ptr<PIX> gray(pixCreateHeader(src.size().width, src.size().height, 8), [discard](PIX* pix) {
+    pixSetData(pix, nullptr);
+    discard(pix);
+  });
+  pixSetData(gray.get(), reinterpret_cast<l_uint32*>(src.data()));
+  return loop([=] { discard(pixDitherToBinary(gray.get())); });
+}
+
 // ---- The table ------------------------------------------------------------------------------------------------------
 
 struct Peer {
@@ -531,6 +589,10 @@ struct Comparison {
   int rowUnit = 1;  // heights are rounded up to a multiple of it: chroma blocks, or enough rows for a mosaic's interior
 };
 
+#define REDUCED(function, dither, levels) \
+#function " " #dither " " #levels, reduced(function, zumDither##dither, levels)
+#define ZIMG(dither) \
+  Peer { "zimg " #dither, zimg(ZIMG_DITHER_##dither) }
 #define OURS(function) #function, zum(function)
 #define OPENCV(code) \
   Peer { "OpenCV " #code, openCv(cv::COLOR_##code) }
@@ -547,6 +609,7 @@ std::vector<Comparison> comparisons() {
   const Peer setPlane{"libyuv SetPlane", direct([](auto&, auto& dst) {
                         libyuv::SetPlane(dst.data(), dst.step(0), dst.size().width, dst.size().height, 77);
                       })};
+  const Peer leptonica{"leptonica pixDitherToBinary", leptonicaDither};
   const Peer minMax{"OpenCV minMaxIdx", [](auto& src, auto&) {
                       return loop([in = matOf(src)] {
                         double least, largest;
@@ -958,16 +1021,26 @@ std::vector<Comparison> comparisons() {
        {similar(openCvTable(zumiGammaInv_8u_C3R)), similar(yuvTable(zumiGammaInv_8u_C3R))}},
       {OURS(zumiGammaFwd_32f_C3R), &kC3x32f, &kC3x32f, {similar(openCvPower(0.45))}},
       {OURS(zumiGammaInv_32f_C3R), &kC3x32f, &kC3x32f, {similar(openCvPower(1 / 0.45))}},
-  };
 
-  {OURS(zumiColorTwist32f_8u_C3R), &kC3, &kC3, {transform}},
+      {OURS(zumiColorTwist32f_8u_C3R), &kC3, &kC3, {transform}},
       {OURS(zumiColorTwist32f_8u_AC4R), &kC4, &kC4, {similar(transform), similar(colorMatrix)}},
       {OURS(zumiColorTwist32f_16u_C3R), &kC3x16, &kC3x16, {transform}},
       {OURS(zumiColorTwist_32f_C3R), &kC3x32f, &kC3x32f, {transform}},
       {OURS(zumiColorTwist_32f_C4R), &kC4x32f, &kC4x32f, {transform}},
       {OURS(zumiToneMapLinear_32f8u_C1R), &kGray32f, &kGray8, {toneMap}},
       {OURS(zumiToneMapMean_32f8u_C1R), &kGray32f, &kGray8, {toneMapMean}},
-};
+
+      // zimg diffuses the errors of Floyd and Steinberg. Its ordered pattern is of 16 by 16 pixels, swscale's of 8
+      // by 8.
+      {REDUCED(zumiReduceBits_16u8u_C1R, FS, 256), &kGray16, &kGray8, {ZIMG(ERROR_DIFFUSION)}},
+      {REDUCED(zumiReduceBits_32f8u_C1R, FS, 256), &kGray32f, &kGray8, {ZIMG(ERROR_DIFFUSION)}},
+      {REDUCED(zumiReduceBits_16u8u_C1R, Bayer, 256), &kGray16, &kGray8, {ZIMG(ORDERED)}},
+      {REDUCED(zumiReduceBits_32f8u_C1R, Bayer, 256), &kGray32f, &kGray8, {ZIMG(ORDERED)}},
+      {REDUCED(zumiReduceBits_16u8u_C1R, None, 256), &kGray16, &kGray8, {ZIMG(NONE)}},
+      {REDUCED(zumiReduceBits_32f8u_C1R, None, 256), &kGray32f, &kGray8, {ZIMG(NONE)}},
+      {REDUCED(zumiReduceBits_8u_C1R, FS, 2), &kGray8, &kGray8, {similar(leptonica, kGray8, kBits)}},
+      {REDUCED(zumiReduceBits_8u_C1R, Bayer, 2), &kGray8, &kGray8, {similar(SWSCALE(GRAY8, MONOWHITE), kGray8, kBits)}},
+  };
 }
 
 // ---- Measuring ------------------------------------------------------------------------------------------------------

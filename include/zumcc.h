@@ -422,6 +422,9 @@ ZUM_API ZumStatus zumiYUV420ToRGB_8u_P3AC4R(const Zum8u* const pSrc[3], const in
 ZUM_API ZumStatus zumiYUV420ToRGB_8u_P3C3(const Zum8u* const pSrc[3], Zum8u* pDst, ZumiSize roi);
 /** Planar YUV 4:2:0 to RGB planes, tight images. */
 ZUM_API ZumStatus zumiYUV420ToRGB_8u_P3(const Zum8u* const pSrc[3], Zum8u* const pDst[3], ZumiSize roi);
+
+/** @} */
+
 /** @defgroup bgrencode BGR to subsampled YCbCr and YUV
  *  BGR to studio-range YCbCr of ITU-R BT.601, and of packed 16-bit pixels also to full-range YUV. Sources are three
  *  bytes a pixel (B, G, R), four (B, G, R and alpha, which is not read), or one Zum16u with blue in its lowest
@@ -573,6 +576,9 @@ ZUM_API ZumStatus zumiYUV420ToBGR_8u_P3C3R(const Zum8u* const pSrc[3], const int
 /** Planar YCrCb 4:2:0, the chroma interpolated, to BGR with alpha. */
 ZUM_API ZumStatus zumiYCrCb420ToBGR_Filter_8u_P3C4R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst,
                                                     int dstStep, ZumiSize roi, Zum8u alpha);
+
+/** @} */
+
 /** @defgroup packed16 YCbCr and YUV to 16-bit pixels
  *  8-bit YCbCr (studio range, ITU-R BT.601) and YUV (full range) to one Zum16u a pixel. The digits behind RGB and BGR
  *  are the bits of the channels, in the order of the name from the lowest bits upward: RGB565 has R in bits 0 to 4, G
@@ -1082,6 +1088,9 @@ ZUM_API ZumStatus zumiXYZToRGB_16s_AC4R(const Zum16s* pSrc, int srcStep, Zum16s*
 ZUM_API ZumStatus zumiXYZToRGB_32f_C3R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
 /** XYZ to RGB, single precision, alpha left as it is in the destination. */
 ZUM_API ZumStatus zumiXYZToRGB_32f_AC4R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi);
+
+/** @} */
+
 /** @defgroup hls HLS
  *  RGB to and from hue, lightness, saturation: the double hexcone model, lightness being the mean of the largest and
  * the smallest channel. Computed in single precision, with hue in degrees in between.
@@ -1188,6 +1197,9 @@ ZUM_API ZumStatus zumiHLSToBGR_8u_P3C3R(const Zum8u* const pSrc[3], int srcStep,
 /** HLS to BGR, interleaved to planar. */
 ZUM_API ZumStatus zumiHLSToBGR_8u_C3P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], int dstStep,
                                         ZumiSize roi);
+
+/** @} */
+
 /** @defgroup luv LUV
  *  RGB to and from CIE 1976 L*u*v*, relative to D65, RGB taken as linear. Computed in single precision.
  *
@@ -1269,6 +1281,9 @@ ZUM_API ZumStatus zumiLabToBGR_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDs
 ZUM_API ZumStatus zumiBGRToLab_8u16u_C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi);
 /** Lab coded in 16 bits to BGR. */
 ZUM_API ZumStatus zumiLabToBGR_16u8u_C3R(const Zum16u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi);
+
+/** @} */
+
 /** @defgroup reduce Bit reduction
  *  Fewer levels in every channel, and in the same pass fewer bits: the levels are evenly spaced over the range of the
  *  source, 0 to 1 for floats, and what is stored for one is its value in the depth of the destination; from 16-bit
@@ -1536,6 +1551,9 @@ ZUM_API ZumStatus zumiYCbCr420To411_8u_P3R(const Zum8u* const pSrc[3], const int
 /** Planar YCbCr 4:1:1 to planar YCbCr 4:2:0. */
 ZUM_API ZumStatus zumiYCbCr411To420_8u_P3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* const pDst[3],
                                            const int dstStep[3], ZumiSize roi);
+
+/** @} */
+
 /** @defgroup ycbcrlayouts YCbCr layouts
  *  8-bit YCbCr from one chroma sampling and layout to another. No sample is computed: luma is copied, and chroma is
  *  copied, dropped, repeated or placed elsewhere.
@@ -1820,6 +1838,9 @@ ZUM_API ZumStatus zumiGammaInv_32f_P3R(const Zum32f* const pSrc[3], int srcStep,
                                        ZumiSize roi, Zum32f vMin, Zum32f vMax);
 /** Gamma-corrected to linear in single precision, three planes, in place. */
 ZUM_API ZumStatus zumiGammaInv_32f_IP3R(Zum32f* const pSrcDst[3], int step, ZumiSize roi, Zum32f vMin, Zum32f vMax);
+
+/** @} */
+
 /** @defgroup colortwist Colour twist
  *  An affine map of the three colour samples of each pixel. twist is a matrix of three rows of four, row after row:
  *  output i is t[i][0] x0 + t[i][1] x1 + t[i][2] x2 + t[i][3], in single precision whatever the samples. The additions

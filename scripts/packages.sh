@@ -15,7 +15,7 @@ declare -A groups=(
   [bench]="libbenchmark-dev"
   [i386]="g++-i686-linux-gnu libhwy-dev:i386 libgomp1:i386 libgtest-dev:i386"
   [arm64]="g++-aarch64-linux-gnu libhwy-dev:arm64 libgomp1:arm64 libgtest-dev:arm64 qemu-user"
-  [peers]="libyuv-dev libswscale-dev libopencv-core-dev libopencv-imgproc-dev"
+  [peers]="libyuv-dev libswscale-dev libopencv-core-dev libopencv-imgproc-dev libzimg-dev libleptonica-dev"
 )
 
 missing=()
