@@ -298,16 +298,35 @@ class ReduceBitsTest : public testing::Test {
     }
   }
 
+  // Error diffusion of more rows than go together, over the borders between channels and groups of rows.
+  template <class Src, class Dst>
+  static void compareTall(const Functions<Src, Dst>& functions, Layout layout) {
+    struct Case {
+      ZumiSize size;
+      int threads;
+    };
+    std::vector<Case> cases{{{1200, 70}, 2}, {{1200, 45}, 3}, {{150, 140}, 1}, {{700, 3}, 2}};
+    for (int i = 1; i < 70; ++i) cases.push_back({{i, 1 + i * 29 % 70}, 1 + i % 3});
+    unsigned seed = layout;
+    for (const auto& [size, threads] : cases) {
+      const ZumDitherType dither = zumDitherFS + static_cast<int>(++seed % 3);
+      const Parameters p{seed % 4 == 0 ? 60 : 0, dither, 2 + size.height};
+      compareOne(functions, Definition<Src, Dst>(layout, size, p, threads),
+                 image<Src>(static_cast<std::size_t>(size.width) * size.height * kStride[layout], seed));
+    }
+  }
+
  private:
   const Zum32s threads_ = threads_omp_of_n_zum;
 };
 
-#define ZUM_COMPARE(pair, mostLevels)                                                                \
-  TEST_F(ReduceBitsTest, Definition##pair) {                                                         \
-    compare({zumiReduceBits_##pair##_C1R, zumiReduceBits_##pair##_C3R, zumiReduceBits_##pair##_AC4R, \
-             zumiReduceBits_##pair##_C4R},                                                           \
-            mostLevels);                                                                             \
+#define ZUM_FUNCTIONS(pair)                                                                 \
+  {                                                                                         \
+    zumiReduceBits_##pair##_C1R, zumiReduceBits_##pair##_C3R, zumiReduceBits_##pair##_AC4R, \
+        zumiReduceBits_##pair##_C4R                                                         \
   }
+#define ZUM_COMPARE(pair, mostLevels) \
+  TEST_F(ReduceBitsTest, Definition##pair) { compare(ZUM_FUNCTIONS(pair), mostLevels); }
 ZUM_COMPARE(8u, 256)
 ZUM_COMPARE(16u, 65536)
 ZUM_COMPARE(16s, 65536)
@@ -316,6 +335,32 @@ ZUM_COMPARE(16s8u, 256)
 ZUM_COMPARE(32f8u, 256)
 ZUM_COMPARE(32f16u, 256)
 ZUM_COMPARE(32f16s, 256)
+
+TEST_F(ReduceBitsTest, DiffusesTallImages) {
+  compareTall<Zum8u, Zum8u>(ZUM_FUNCTIONS(8u), kC1);
+  compareTall<Zum16s, Zum8u>(ZUM_FUNCTIONS(16s8u), kAC4);
+  compareTall<Zum32f, Zum16s>(ZUM_FUNCTIONS(32f16s), kC3);
+  compareTall<Zum16u, Zum16u>(ZUM_FUNCTIONS(16u), kC4);
+}
+
+// Rows that are written over others: as if they were done one after the other.
+TEST_F(ReduceBitsTest, DiffusesOverlappingRows) {
+  constexpr ZumiSize kSize{64, 40};
+  const std::vector<Zum16u> src = image<Zum16u>(kSize.width * kSize.height, 1);
+  for (ZumDitherType dither = zumDitherFS; dither <= zumDitherStucki; ++dither) {
+    const std::vector<Zum8u> apart = call(zumiReduceBits_16u8u_C1R, kC1, src, kSize, {0, dither, 7});
+    const auto overlap = [&](const Zum16u* from, Zum8u* to, int step) {
+      zumiReduceBits_16u8u_C1R(from, kSize.width * 2, to, step, kSize, 0, dither, 7);
+    };
+    std::vector<Zum16u> both = src;
+    auto* const bytes = reinterpret_cast<Zum8u*>(both.data());
+    overlap(both.data(), bytes, kSize.width);
+    EXPECT_TRUE(std::equal(apart.begin(), apart.end(), bytes)) << dither;
+    std::vector<Zum8u> lastRow(kSize.width);
+    overlap(src.data(), lastRow.data(), 0);
+    EXPECT_TRUE(std::equal(lastRow.begin(), lastRow.end(), apart.end() - kSize.width)) << dither;
+  }
+}
 
 TEST_F(ReduceBitsTest, KnownValues) {
   std::vector<Zum8u> src(256);
