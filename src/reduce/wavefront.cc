@@ -162,76 +162,90 @@ HWY_INLINE void storeFour(V4 distances, T* p) {
   hn::StoreU(hn::TruncateTo(hn::Rebind<Bits, D4>(), bits), hn::Rebind<Bits, D4>(), reinterpret_cast<Bits*>(p));
 }
 
-// ---- A wave
+// ---- Lanes
 //
 // Lanes are the rows of a group, the last row in the first lane. A lane goes from pixel to pixel and from the end of
 // its row, after a pause, to its row of the next group. Before the lanes run, in the same manner, the rows above the
 // group: their errors are read from memory. Blocks of steps are prepared and stored row by row.
 
-template <class Method, class Src, class Dst>
-class Wave {
+constexpr std::size_t kVectors = 4;
+constexpr int kGroup = kVectors * kLanes<float>;  // rows
+constexpr int kSteps = 32;                        // of a block
+constexpr int kMostRowsAbove = 2;
+
+// What goes into a block of steps and comes out of it.
+struct Block {
+  // Steps by lanes: samples, then what is stored for them.
+  alignas(HWY_MAX_BYTES) std::int32_t cells[kSteps][kGroup];
+  alignas(HWY_MAX_BYTES) float thresholds[kSteps][kGroup];
+  // What comes from the group above and goes to the group below, the nearer row first.
+  float errorsIn[kMostRowsAbove][kSteps], errorsOut[kMostRowsAbove][kSteps];
+};
+
+struct Pace {
+  int rowsAbove;
+  int lag;         // of a row behind the one above it
+  int pause;       // at least, the width of the margins
+  int64_t period;  // steps from a row of a lane to the next
+};
+
+// The same for all methods.
+template <class Src, class Dst>
+class Lanes {
   using D = Depths<Src, Dst>;
 
-  static constexpr std::size_t kVectors = 4;
-  static constexpr int kSteps = 32;  // of a block
-  static constexpr int kRowsAbove = Method::kRows - 1;
-  static constexpr int kPause = Method::kMargin;
-  // How far a row is behind the one above it: one more than it must, so that a step need not wait for the last one's
-  // errors to be moved to the next row.
-  static constexpr int kLag = Method::kMargin + 2;
-  static constexpr int kEarlier = kRowsAbove * kLag + Method::kMargin;  // steps whose errors are still needed
-
  public:
-  static constexpr int kRows = kVectors * kLanes<float>;
-
-  // From the step at which the rows above the group are read to that at which they are known.
-  static constexpr int kDelay = kRows * kLag;
-  static constexpr int kShortestPeriod = kDelay + kSteps;
-
-  // Waves that can wait for one another in a ring without a standstill, with time to spare.
-  static int mostWaves(int width) { return std::max(width / (2 * kShortestPeriod), 1); }
-
-  // A step takes as long as some pixels do in the plain form.
-  static bool isFaster(int width, int64_t rows) { return kPixelsOfStep * steps(width, rows, 0, 1) < rows * width; }
-
-  Wave(const Section<Src, Dst>& section, const Diffusion& diffusion, const Meeting& meeting, int wave)
-      : section_(section), diffusion_(diffusion), meeting_(meeting), wave_(wave), window_(section.samples) {
-    const ZumiSize size = section.size;
-    period_ = period(size.width);
-    steps_ = steps(size.width, int64_t{size.height} * (section.end - section.firstChannel), wave, meeting.waves);
-    for (int lane = -kRowsAbove; lane < kRows; ++lane) {
+  Lanes(const Section<Src, Dst>& section, const NoiseField* noise, const Meeting& meeting, int wave, const Pace& pace)
+      : section_(section), noise_(noise), meeting_(meeting), pace_(pace), window_(section.samples) {
+    for (int lane = -pace.rowsAbove; lane < kGroup; ++lane) {
       Place& p = place(lane);
-      p.column = -(lane + kRowsAbove) * kLag;
+      p.column = -(lane + pace.rowsAbove) * pace.lag;
       p.channel = section.firstChannel;
       p.y = std::max(lane, 0);
-      p.advance(int64_t{wave} * kRows, size.height);
+      p.advance(int64_t{wave} * kGroup, section.size.height);
     }
-    std::fill_n(thresholds_[0], kRows, 0.5f * diffusion.grid.step);
   }
 
-  HWY_INLINE void run() {
-    for (int64_t done = 0; done < steps_; done += kSteps) {
-      await(done);
-      prepare();
-      walk();
-      finish();
-      publish(done + kSteps);
+  void prepare(Block& block) {
+    for (int above = 0; above < pace_.rowsAbove; ++above) {
+      float* const in = block.errorsIn[above];
+      std::fill_n(in, kSteps, 0.0f);
+      pieces(place(-1 - above),
+             [&](int step, int length, int column) { std::copy_n(errors(above) + column, length, in + step); });
     }
-    publish(std::numeric_limits<int64_t>::max());
+    const Place* const lanes = &place(0);
+    if (!std::all_of(lanes, lanes + kGroup, [&](const Place& p) { return isInside(p, 0); }))
+      std::fill_n(block.cells[0], kSteps * kGroup, outside());
+    for (int lane = 0; lane < kGroup; lane += 4) {
+      if (window_.serves(section_.samples) && areInside(lane, window_.beyond())) {
+        prepareFour(lane, block);
+      } else {
+        for (int i = lane; i < lane + 4; ++i) prepareOne(i, block);
+      }
+      for (int i = lane; i < lane + 4; ++i) fetchAhead(place(i));
+      if (noise_) {
+        for (int i = lane; i < lane + 4; ++i) prepareThresholds(i, block);
+      }
+    }
+  }
+
+  // Moves the lanes on.
+  void finish(const Block& block) {
+    for (int above = 0; above < pace_.rowsAbove; ++above) {
+      Place p = place(kGroup - 1 - above);
+      const float* const out = block.errorsOut[above];
+      pieces(p, [&](int step, int length, int column) { std::copy_n(out + step, length, errors(above) + column); });
+    }
+    for (int lane = 0; lane < kGroup; lane += 4) {
+      if (section_.samples == 1 && areInside(lane, 0)) {
+        finishFour(lane, block);
+      } else {
+        for (int i = lane; i < lane + 4; ++i) finishOne(i, block);
+      }
+    }
   }
 
  private:
-  static constexpr int kPixelsOfStep = 3;
-
-  static int64_t period(int width) { return std::max(width + int64_t{kPause}, int64_t{kShortestPeriod}); }
-
-  // Until a wave's last row is done.
-  static int64_t steps(int width, int64_t rows, int wave, int waves) {
-    const int64_t groups = (rows + kRows - 1) / kRows, rounds = (groups - wave + waves - 1) / waves;
-    if (rounds == 0) return 0;
-    return (rounds - 1) * period(width) + (kRowsAbove + std::min<int64_t>(rows, kRows)) * kLag + width;
-  }
-
   // Where a lane is.
   struct Place {
     int64_t column;  // negative before the first row, the width or more in a pause
@@ -243,9 +257,9 @@ class Wave {
       y = static_cast<int>(below % height);
     }
   };
-  Place& place(int lane) { return places_[lane + kRowsAbove]; }
-  // The columns of the arrays below.
-  static constexpr std::size_t columnOf(int lane) { return kRows - 1 - lane; }
+  Place& place(int lane) { return places_[lane + kMostRowsAbove]; }
+  // Of a block.
+  static constexpr std::size_t columnOf(int lane) { return kGroup - 1 - lane; }
 
   // piece(step, length, column) for those steps of the block, at most two runs unless rows are short, at which a lane
   // is in its row, from a place that is moved on.
@@ -253,39 +267,21 @@ class Wave {
   void pieces(Place& p, const Piece& piece) const {
     const int width = section_.size.width;
     for (int step = 0; step < kSteps;) {
-      const int64_t border = p.column < 0 ? 0 : p.column < width ? width : period_;
+      const int64_t border = p.column < 0 ? 0 : p.column < width ? width : pace_.period;
       const int length = static_cast<int>(std::min<int64_t>(kSteps - step, border - p.column));
       if (border == width && p.channel < section_.end) piece(step, length, static_cast<int>(p.column));
       step += length;
       p.column += length;
-      if (p.column == period_) {
+      if (p.column == pace_.period) {
         p.column = 0;
-        p.advance(int64_t{meeting_.waves} * kRows, section_.size.height);
+        p.advance(int64_t{meeting_.waves} * kGroup, section_.size.height);
       }
     }
   }
 
-  // ---- Waves among one another
-
-  // The wave with the rows above has to be so far that all that a block reads is there.
-  void await(int64_t done) const {
-    if (meeting_.waves == 1) return;
-    const int above = (wave_ == 0 ? meeting_.waves : wave_) - 1;
-    const int64_t needed = done + kSteps + kDelay - (wave_ == 0 ? period_ : 0);
-    // Most waits are short. Whoever yields at once may get the processor back only after a long time.
-    constexpr int kTries = 20000;
-    for (int tries = 0; meeting_.progress[above].steps.load(std::memory_order_acquire) < needed; ++tries)
-      if (tries >= kTries) std::this_thread::yield();
-  }
-  void publish(int64_t done) const {
-    if (meeting_.waves > 1) meeting_.progress[wave_].steps.store(done, std::memory_order_release);
-  }
-
   float* errors(int rowAbove) const {
-    return meeting_.errors + errorLength<Method>(section_.size.width) / Method::kRows * rowAbove;
+    return meeting_.errors + (section_.size.width + std::ptrdiff_t{2} * pace_.pause) * rowAbove;
   }
-
-  // ---- Before and after the steps of a block
 
   // What a lane takes: the distance of a sample from the lowest, or the bits of a float.
   static std::int32_t cell(const Src* p) {
@@ -310,46 +306,6 @@ class Wave {
     }
   }
 
-  HWY_INLINE void prepare() {
-    for (int above = 0; above < kRowsAbove; ++above) {
-      std::fill_n(errorsIn_[above], kSteps, 0.0f);
-      Place& p = place(-1 - above);
-      pieces(p, [&](int step, int length, int column) {
-        std::copy_n(errors(above) + column, length, errorsIn_[above] + step);
-      });
-    }
-    const Place* const lanes = &place(0);
-    if (!std::all_of(lanes, lanes + kRows, [&](const Place& p) { return isInside(p, 0); }))
-      std::fill_n(cells_[0], kSteps * kRows, outside());
-    for (int lane = 0; lane < kRows; lane += 4) {
-      if (window_.serves(section_.samples) && areInside(lane, window_.beyond())) {
-        prepareFour(lane);
-      } else {
-        for (int i = lane; i < lane + 4; ++i) prepareOne(i);
-      }
-      for (int i = lane; i < lane + 4; ++i) fetchAhead(place(i));
-      if (diffusion_.noise) {
-        for (int i = lane; i < lane + 4; ++i) prepareThresholds(i);
-      }
-    }
-  }
-
-  HWY_INLINE void finish() {
-    for (int above = 0; above < kRowsAbove; ++above) {
-      Place p = place(kRows - 1 - above);
-      pieces(p, [&](int step, int length, int column) {
-        std::copy_n(errorsOut_[above] + step, length, errors(above) + column);
-      });
-    }
-    for (int lane = 0; lane < kRows; lane += 4) {
-      if (section_.samples == 1 && areInside(lane, 0)) {
-        finishFour(lane);
-      } else {
-        for (int i = lane; i < lane + 4; ++i) finishOne(i);
-      }
-    }
-  }
-
   // Whether a lane is in its row all through the block, and some pixels on.
   bool isInside(const Place& p, int further) const {
     return p.column >= 0 && p.column + kSteps + further <= section_.size.width && p.channel < section_.end;
@@ -366,7 +322,7 @@ class Wave {
     return section_.dst.row(p.y) + section_.samples * column + p.channel;
   }
 
-  HWY_INLINE void prepareFour(int lane) {
+  void prepareFour(int lane, Block& block) {
     const D4 d;
     const std::size_t c = columnOf(lane + 3);
     const Src* src[4];
@@ -376,14 +332,14 @@ class Wave {
       V4 r0 = window_.four(src[0] + at), r1 = window_.four(src[1] + at), r2 = window_.four(src[2] + at),
          r3 = window_.four(src[3] + at);
       transpose(r0, r1, r2, r3);
-      hn::Store(r0, d, cells_[step] + c);
-      hn::Store(r1, d, cells_[step + 1] + c);
-      hn::Store(r2, d, cells_[step + 2] + c);
-      hn::Store(r3, d, cells_[step + 3] + c);
+      hn::Store(r0, d, block.cells[step] + c);
+      hn::Store(r1, d, block.cells[step + 1] + c);
+      hn::Store(r2, d, block.cells[step + 2] + c);
+      hn::Store(r3, d, block.cells[step + 3] + c);
     }
   }
 
-  HWY_INLINE void finishFour(int lane) {
+  void finishFour(int lane, const Block& block) {
     const D4 d;
     const std::size_t c = columnOf(lane + 3);
     Dst* dst[4];
@@ -393,8 +349,8 @@ class Wave {
       p.column += kSteps;
     }
     for (int step = 0; step < kSteps; step += 4) {
-      V4 r0 = hn::Load(d, cells_[step] + c), r1 = hn::Load(d, cells_[step + 1] + c),
-         r2 = hn::Load(d, cells_[step + 2] + c), r3 = hn::Load(d, cells_[step + 3] + c);
+      V4 r0 = hn::Load(d, block.cells[step] + c), r1 = hn::Load(d, block.cells[step + 1] + c),
+         r2 = hn::Load(d, block.cells[step + 2] + c), r3 = hn::Load(d, block.cells[step + 3] + c);
       transpose(r0, r1, r2, r3);
       storeFour(r0, dst[0] + step);
       storeFour(r1, dst[1] + step);
@@ -403,35 +359,35 @@ class Wave {
     }
   }
 
-  HWY_INLINE void prepareOne(int lane) {
+  void prepareOne(int lane, Block& block) {
     Place p = place(lane);
     const std::size_t c = columnOf(lane);
     pieces(p, [&](int step, int length, int column) {
       const Src* src = source(p, column);
       const int samples = section_.samples;
-      std::int32_t* to = &cells_[step][c];
+      std::int32_t* to = &block.cells[step][c];
 #pragma GCC unroll 8
-      for (int i = 0; i < length; ++i, src += samples, to += kRows) *to = cell(src);
+      for (int i = 0; i < length; ++i, src += samples, to += kGroup) *to = cell(src);
     });
   }
 
-  HWY_INLINE void finishOne(int lane) {
+  void finishOne(int lane, const Block& block) {
     const std::size_t c = columnOf(lane);
     Place& p = place(lane);
     pieces(p, [&](int step, int length, int column) {
       Dst* dst = destination(p, column);
       const int samples = section_.samples;
-      const std::int32_t* from = &cells_[step][c];
+      const std::int32_t* from = &block.cells[step][c];
 #pragma GCC unroll 8
-      for (int i = 0; i < length; ++i, dst += samples, from += kRows) D::store(dst, *from);
+      for (int i = 0; i < length; ++i, dst += samples, from += kGroup) D::store(dst, *from);
     });
   }
 
-  HWY_INLINE void prepareThresholds(int lane) {
+  void prepareThresholds(int lane, Block& block) {
     Place p = place(lane);
     const std::size_t c = columnOf(lane);
     pieces(p, [&](int step, int length, int column) {
-      for (int i = 0; i < length; ++i) thresholds_[step + i][c] = diffusion_.noise->at(column + i, p.y);
+      for (int i = 0; i < length; ++i) block.thresholds[step + i][c] = noise_->at(column + i, p.y);
     });
   }
 
@@ -450,7 +406,81 @@ class Wave {
     for (std::size_t i = 0; i < bytes; i += kLine) __builtin_prefetch(static_cast<const char*>(p) + i, toWrite);
   }
 
-  // ---- The steps
+  const Section<Src, Dst>& section_;
+  const NoiseField* const noise_;
+  const Meeting& meeting_;
+  const Pace pace_;
+  const Window<Src> window_;
+  Place places_[kMostRowsAbove + kGroup];
+};
+
+// ---- A wave
+
+template <class Method, class Src, class Dst>
+class Wave {
+  using D = Depths<Src, Dst>;
+
+  static constexpr int kRowsAbove = Method::kRows - 1;
+  // One more than it must be, so that a step need not wait for the last one's errors to be moved to the next row.
+  static constexpr int kLag = Method::kMargin + 2;
+  static constexpr int kEarlier = kRowsAbove * kLag + Method::kMargin;  // steps whose errors are still needed
+  // From the step at which the rows above the group are read to that at which they are known.
+  static constexpr int kDelay = kGroup * kLag;
+  static constexpr int kShortestPeriod = kDelay + kSteps;
+  static constexpr int kPixelsOfStep = 3;
+
+ public:
+  // Waves that can wait for one another in a ring without a standstill, with time to spare.
+  static int mostWaves(int width) { return std::max(width / (2 * kShortestPeriod), 1); }
+
+  // A step takes as long as some pixels do in the plain form.
+  static bool isFaster(int width, int64_t rows) { return kPixelsOfStep * steps(width, rows, 0, 1) < rows * width; }
+
+  Wave(const Section<Src, Dst>& section, const Diffusion& diffusion, const Meeting& meeting, int wave)
+      : diffusion_(diffusion),
+        meeting_(meeting),
+        wave_(wave),
+        period_(period(section.size.width)),
+        steps_(steps(section.size.width, int64_t{section.size.height} * (section.end - section.firstChannel), wave,
+                     meeting.waves)),
+        lanes_(section, diffusion.noise, meeting, wave, {kRowsAbove, kLag, Method::kMargin, period_}) {
+    std::fill_n(block_.thresholds[0], kSteps * kGroup, 0.5f * diffusion.grid.step);
+  }
+
+  void run() {
+    for (int64_t done = 0; done < steps_; done += kSteps) {
+      await(done);
+      lanes_.prepare(block_);
+      walk();
+      lanes_.finish(block_);
+      publish(done + kSteps);
+    }
+    publish(std::numeric_limits<int64_t>::max());
+  }
+
+ private:
+  static int64_t period(int width) { return std::max(width + int64_t{Method::kMargin}, int64_t{kShortestPeriod}); }
+
+  // Until a wave's last row is done.
+  static int64_t steps(int width, int64_t rows, int wave, int waves) {
+    const int64_t groups = (rows + kGroup - 1) / kGroup, rounds = (groups - wave + waves - 1) / waves;
+    if (rounds == 0) return 0;
+    return (rounds - 1) * period(width) + (kRowsAbove + std::min<int64_t>(rows, kGroup)) * kLag + width;
+  }
+
+  // The wave with the rows above has to be so far that all that a block reads is there.
+  void await(int64_t done) const {
+    if (meeting_.waves == 1) return;
+    const int above = (wave_ == 0 ? meeting_.waves : wave_) - 1;
+    const int64_t needed = done + kSteps + kDelay - (wave_ == 0 ? period_ : 0);
+    // Most waits are short. Whoever yields at once may get the processor back only after a long time.
+    constexpr int kTries = 20000;
+    for (int tries = 0; meeting_.progress[above].steps.load(std::memory_order_acquire) < needed; ++tries)
+      if (tries >= kTries) std::this_thread::yield();
+  }
+  void publish(int64_t done) const {
+    if (meeting_.waves > 1) meeting_.progress[wave_].steps.store(done, std::memory_order_release);
+  }
 
   struct Errors {
     const float* ofStep;  // of the row above, moved down to this row, at this step
@@ -458,8 +488,8 @@ class Wave {
     VF32 own1, own2;
 
     HWY_INLINE VF32 own(int dx) const { return dx == -1 ? own1 : own2; }
-    HWY_INLINE VF32 above(int dx) const { return hn::Load(Tag<float>(), ofStep + (dx - kLag) * kRows); }
-    HWY_INLINE VF32 twoAbove(int dx) const { return hn::Load(Tag<float>(), ofStepTwoAbove + (dx - 2 * kLag) * kRows); }
+    HWY_INLINE VF32 above(int dx) const { return hn::Load(Tag<float>(), ofStep + (dx - kLag) * kGroup); }
+    HWY_INLINE VF32 twoAbove(int dx) const { return hn::Load(Tag<float>(), ofStepTwoAbove + (dx - 2 * kLag) * kGroup); }
   };
 
   HWY_INLINE void walk() {
@@ -467,7 +497,7 @@ class Wave {
     const Tag<std::int32_t> di;
     const VF32 top = all(D::kTop), bottom = all(Method::kBottom), step = all(diffusion_.grid.step),
                inverse = all(diffusion_.grid.inverse);
-    const float* threshold = thresholds_[0];
+    const float* threshold = block_.thresholds[0];
     std::array<VF32, kVectors> own1, own2;
     for (std::size_t j = 0; j < kVectors; ++j) {
       own1[j] = hn::Load(d, own_[0] + j * kLanes<float>);
@@ -480,7 +510,7 @@ class Wave {
 #pragma GCC unroll 4
       for (std::size_t j = 0; j < kVectors; ++j) {
         const std::size_t at = j * kLanes<float>;
-        const VI32 sample = hn::Load(di, cells_[i] + at);
+        const VI32 sample = hn::Load(di, block_.cells[i] + at);
         const VF32 value = D::kFloat ? hn::BitCast(d, sample) : toFloat(sample);
         const VF32 v = value + Reaching<Method>::sum(Errors{above + at, twoAbove + at, own1[j], own2[j]});
         VF32 level = wholePart<Method::kNudged>(v * inverse) * step;
@@ -491,48 +521,40 @@ class Wave {
         if constexpr (D::kScale != 1) level = level * all(D::kScale);
         VI32 distance = truncated(Method::kNudged ? wholePart<true>(level) : level);
         if constexpr (D::kShift != 0) distance = hn::ShiftRight<D::kShift>(distance);
-        hn::Store(distance, di, cells_[i] + at);
+        hn::Store(distance, di, block_.cells[i] + at);
       }
-      errorsOut_[0][i] = hn::GetLane(e[0]);
+      block_.errorsOut[0][i] = hn::GetLane(e[0]);
       own2 = own1;
       own1 = e;
       const auto moveRows = [&](int rowsAbove, float* to) HWY_ATTR {
         for (std::size_t j = 0; j < kVectors; ++j) {
-          e[j] = moveDown(e[j], j + 1 < kVectors ? e[j + 1] : all(errorsIn_[rowsAbove][i]));
+          e[j] = moveDown(e[j], j + 1 < kVectors ? e[j + 1] : all(block_.errorsIn[rowsAbove][i]));
           hn::Store(e[j], d, to + j * kLanes<float>);
         }
       };
       moveRows(0, above);
       if constexpr (kRowsAbove == 2) {
-        errorsOut_[1][i] = hn::GetLane(e[0]);
+        block_.errorsOut[1][i] = hn::GetLane(e[0]);
         moveRows(1, twoAbove);
       }
-      if (diffusion_.noise) threshold += kRows;
+      if (diffusion_.noise) threshold += kGroup;
     }
     for (std::size_t j = 0; j < kVectors; ++j) {
       hn::Store(own1[j], d, own_[0] + j * kLanes<float>);
       hn::Store(own2[j], d, own_[1] + j * kLanes<float>);
     }
-    for (auto& moved : moved_) std::copy_n(moved[kSteps], kEarlier * kRows, moved[0]);
+    for (auto& moved : moved_) std::copy_n(moved[kSteps], kEarlier * kGroup, moved[0]);
   }
 
-  const Section<Src, Dst>& section_;
   const Diffusion& diffusion_;
   const Meeting& meeting_;
   const int wave_;
-  const Window<Src> window_;
-  int64_t period_;  // steps from a row of a lane to the next
-  int64_t steps_;
-  Place places_[kRowsAbove + kRows];
-
-  // Steps by lanes: samples, then what is stored for them.
-  alignas(HWY_MAX_BYTES) std::int32_t cells_[kSteps][kRows];
-  alignas(HWY_MAX_BYTES) float thresholds_[kSteps][kRows];
+  const int64_t period_, steps_;
+  Lanes<Src, Dst> lanes_;
+  Block block_;
   // Errors of the rows above, moved to the lanes below them, and of the last pixels of the lanes themselves.
-  alignas(HWY_MAX_BYTES) float moved_[kRowsAbove][kEarlier + kSteps][kRows] = {};
-  alignas(HWY_MAX_BYTES) float own_[2][kRows] = {};
-  // What comes from the group above and goes to the group below, the nearer row first.
-  float errorsIn_[kRowsAbove][kSteps], errorsOut_[kRowsAbove][kSteps];
+  alignas(HWY_MAX_BYTES) float moved_[kRowsAbove][kEarlier + kSteps][kGroup] = {};
+  alignas(HWY_MAX_BYTES) float own_[2][kGroup] = {};
 };
 
 template <class Method, class Src, class Dst>
