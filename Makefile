@@ -2,7 +2,7 @@
 #
 #   make demo          a gallery of pictures from a photograph: PHOTO=file for your own, GALLERY=folder for another place
 #   make test          the format check, then the tests with optimisation and again with the sanitizers
-#   make test-i386     the tests on 32-bit x86;  make test-arm64 on 64-bit Arm, by emulation, with one thread
+#   make test-i386     the tests on 32-bit x86;  make test-arm64 on 64-bit Arm, by emulation
 #   make bench         the speed of every function
 #   make bench-peers   the same conversions in other libraries
 #   make package       Debian packages, in build/package, and a look at what they hold
@@ -41,7 +41,7 @@ test-i386 test-arm64: test-%:
 	scripts/packages.sh build test $*
 	$(configure) -B build/$* --toolchain cmake/toolchains/$*.cmake -DZUM_BUILD_EXAMPLES=OFF
 	$(call build,build/$*)
-	$(if $(filter arm64,$*),OMP_THREAD_LIMIT=1) ctest --test-dir build/$* --output-on-failure -j $(JOBS)
+	ctest --test-dir build/$* --output-on-failure -j $(JOBS) --timeout 900
 
 bench:
 	scripts/packages.sh build bench
