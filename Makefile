@@ -14,7 +14,7 @@ GALLERY ?= gallery
 JOBS ?= 2
 CLANG_FORMAT ?= clang-format-14
 
-sources = find include src tests bench examples -name '*.h' -o -name '*.c' -o -name '*.cc'
+sources = find include src tests bench docs examples -name '*.h' -o -name '*.c' -o -name '*.cc'
 configure = cmake -S . -G Ninja -DZUM_WERROR=ON -DCMAKE_BUILD_TYPE=Release \
   $(if $(shell command -v ccache),-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
 build = cmake --build $(1) -j $(JOBS)
