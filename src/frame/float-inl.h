@@ -219,6 +219,17 @@ struct Saturated {
   static HWY_INLINE VU16 join(VI32 v0, VI32 v1) { return packToWords(v0, v1); }
 };
 
+// The same, but 16-bit samples by way of signed ones, their distances from the lowest: integers too low for a
+// difference of 32768 wrap around and end at the top, the most negative one, which stands for numbers out of range,
+// among them.
+struct SaturatedFromLowest : Saturated {
+  using Saturated::join;
+  static HWY_INLINE VU16 join(VI32 v0, VI32 v1) {
+    const VI32 offset = all<std::int32_t>(0x8000);
+    return hn::BitCast(Tag<std::uint16_t>(), pack(v0 - offset, v1 - offset)) ^ all<std::uint16_t>(0x8000);
+  }
+};
+
 // The same with the low bits of the values.
 struct LowBits {
   static HWY_INLINE VU8 join(VI32 v0, VI32 v1, VI32 v2, VI32 v3) {

@@ -75,14 +75,6 @@ struct TruncatedGray : FloatGray {
   }
 };
 
-// Saturated as distances from the lowest signed sample: what wraps around when the lowest is added is at the top.
-struct SaturatedFromLowest {
-  static HWY_INLINE VU16 join(VI32 v0, VI32 v1) {
-    const VI32 offset = all<std::int32_t>(0x8000);
-    return hn::BitCast(Tag<std::uint16_t>(), pack(v0 - offset, v1 - offset)) ^ all<std::uint16_t>(0x8000);
-  }
-};
-
 // ---- Row kernels
 
 template <class Layout>

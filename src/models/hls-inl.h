@@ -10,6 +10,7 @@
 #include <limits>
 
 #include "frame/float-inl.h"
+#include "models/hexcone-inl.h"
 #include "zumcc.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -178,15 +179,7 @@ struct HlsToRgb {
     const V sextant = hn::Min(join<Saturated>(parts, &Candidates::sextant), all<T>(5)),
             smallest = join<Saturated>(parts, &Candidates::smallest), ramp = join<Saturated>(parts, &Candidates::ramp),
             largest = join<Saturated>(parts, &Candidates::largest);
-
-    // The sextants come in pairs. In the first pair blue is the smallest; each further pair moves all channels on by
-    // one.
-    const auto odd = hn::TestBit(sextant, all<T>(1)), pair1 = hn::TestBit(sextant, all<T>(2)),
-               pair2 = hn::TestBit(sextant, all<T>(4));
-    const V first = hn::IfThenElse(odd, ramp, largest), second = hn::IfThenElse(odd, largest, ramp);
-    const auto choose = [&](V v0, V v1, V v2)
-                            HWY_ATTR { return hn::IfThenElse(pair2, v2, hn::IfThenElse(pair1, v1, v0)); };
-    return {choose(first, smallest, second), choose(second, first, smallest), choose(smallest, second, first)};
+    return bySextant(sextant, largest, ramp, ramp, smallest);
   }
 
   // The channel on the ramp is that of red, green or blue, which stand at the hue + 120, + 0 and - 120 degrees: it

@@ -9,6 +9,7 @@
 
 #include "frame/float-inl.h"
 #include "frame/layouts-inl.h"
+#include "models/hexcone-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace zum {
@@ -128,15 +129,7 @@ struct HsvToRgb {
     const V sextant = join<Saturated>(parts, &Candidates::sextant),
             smallest = join<Stored>(parts, &Candidates::smallest), falling = join<Stored>(parts, &Candidates::falling),
             rising = join<Stored>(parts, &Candidates::rising);
-
-    // The sextants come in pairs. In the first pair red and green are the larger two; each further pair moves all
-    // channels on by one.
-    const auto odd = hn::TestBit(sextant, all<T>(1)), pair1 = hn::TestBit(sextant, all<T>(2)),
-               pair2 = hn::TestBit(sextant, all<T>(4));
-    const V first = hn::IfThenElse(odd, falling, value), second = hn::IfThenElse(odd, value, rising);
-    const auto choose = [&](V v0, V v1, V v2)
-                            HWY_ATTR { return hn::IfThenElse(pair2, v2, hn::IfThenElse(pair1, v1, v0)); };
-    return {choose(first, smallest, second), choose(second, first, smallest), choose(smallest, second, first)};
+    return bySextant(sextant, value, falling, rising, smallest);
   }
 
   template <std::size_t part>

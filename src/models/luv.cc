@@ -50,16 +50,8 @@ struct Rounding {
   static HWY_INLINE VI32 of(VF32 v) { return nearest(v); }
 };
 
-// What becomes of integers out of range, beside Saturated and LowBits. Those too low for a difference of 32768 end at
-// the top: the most negative one, which stands for numbers out of the range of integers, among them.
-struct SaturatedLowest : Saturated {
-  using Saturated::join;
-  static HWY_INLINE VU16 join(VI32 v0, VI32 v1) {
-    const VI32 offset = all<std::int32_t>(0x8000);
-    return hn::BitCast(Tag<std::uint16_t>(), pack(v0 - offset, v1 - offset)) ^ all<std::uint16_t>(0x8000);
-  }
-};
-// All of them end at the bottom.
+// What becomes of integers out of range, beside Saturated, SaturatedFromLowest and LowBits: all that are negative end
+// at the bottom, the most negative one, which stands for numbers out of the range of integers, among them.
 struct SaturatedNegative : Saturated {
   using Saturated::join;
   static HWY_INLINE VU16 join(VI32 v0, VI32 v1) {
@@ -212,7 +204,7 @@ enum class Raised { kSample, kLightness };
 template <class T, Raised raised>
 struct LuvToRgbBlock {
   static HWY_INLINE Channels<Vec<T>> apply(const Channels<Vec<T>>& luv) {
-    return joinChannels<SaturatedLowest>(inParts<LuvToRgbBlock, T>(luv));
+    return joinChannels<SaturatedFromLowest>(inParts<LuvToRgbBlock, T>(luv));
   }
 
   template <std::size_t part>

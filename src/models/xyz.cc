@@ -7,21 +7,21 @@
 
 #include "frame/float-inl.h"
 #include "lumachroma/forms-inl.h"
+#include "models/cie-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace zum {
 namespace HWY_NAMESPACE {
 
 // The factors of the three channels, a row for each result.
-template <class T>
 struct Matrix {
-  T row[3][3];
+  int row[3][3];
 };
 
 // ---- 8-bit
 
 // Exact sums at 2^kShift times the sample, truncated.
-template <const Matrix<int>& m, int kShift>
+template <const Matrix& m, int kShift>
 struct FixedMatrix {
   static HWY_INLINE Channels<VI32> lanes(const PixelPairs& in) { return {result<0>(in), result<1>(in), result<2>(in)}; }
 
@@ -49,10 +49,10 @@ struct FixedMatrix {
   }
 };
 
-constexpr Matrix<int> kForwardBlock{{{13515, 11717, 5912}, {6969, 23434, 2365}, {634, 3906, 31137}}};
-constexpr Matrix<int> kForwardTail{{{27030, 23434, 11824}, {13937, 46868, 4729}, {1267, 7811, 62274}}};
-constexpr Matrix<int> kInverseBlock{{{26546, -12591, -4083}, {-7939, 15368, 340}, {456, -1671, 8661}}};
-constexpr Matrix<int> kInverseTail{{{212368, -100738, -32671}, {-63521, 122944, 2723}, {3646, -13372, 69291}}};
+constexpr Matrix kForwardBlock{{{13515, 11717, 5912}, {6969, 23434, 2365}, {634, 3906, 31137}}};
+constexpr Matrix kForwardTail{{{27030, 23434, 11824}, {13937, 46868, 4729}, {1267, 7811, 62274}}};
+constexpr Matrix kInverseBlock{{{26546, -12591, -4083}, {-7939, 15368, 340}, {456, -1671, 8661}}};
+constexpr Matrix kInverseTail{{{212368, -100738, -32671}, {-63521, 122944, 2723}, {3646, -13372, 69291}}};
 
 using ForwardBlock = OnLanes<FixedMatrix<kForwardBlock, 15>>;
 using ForwardTail = OnLanes<FixedMatrix<kForwardTail, 16>>;
@@ -61,36 +61,23 @@ using InverseTail = OnLanes<FixedMatrix<kInverseTail, 16>>;
 
 // ---- Wider samples, in single precision
 
-template <const Matrix<float>& m>
-struct FloatMatrix {
-  static HWY_INLINE Channels<VF32> apply(const Channels<VF32>& in) {
-    return {result(in, m.row[0]), result(in, m.row[1]), result(in, m.row[2])};
-  }
-
- private:
-  static HWY_INLINE VF32 result(const Channels<VF32>& in, const float (&factor)[3]) {
-    return (all(factor[0]) * in.c0 + all(factor[1]) * in.c1) + all(factor[2]) * in.c2;
-  }
+struct Forward {
+  static HWY_INLINE Channels<VF32> apply(const Channels<VF32>& rgb) { return rgbToXyz(rgb); }
 };
-
-constexpr Matrix<float> kForward{
-    {{0.412453f, 0.35758f, 0.180423f}, {0.212671f, 0.71516f, 0.072169f}, {0.019334f, 0.119193f, 0.950227f}}};
-constexpr Matrix<float> kInverse{
-    {{3.240479f, -1.53715f, -0.498535f}, {-0.969256f, 1.875991f, 0.041556f}, {0.055648f, -0.204043f, 1.057311f}}};
-
-using Forward = FloatMatrix<kForward>;
-using Inverse = FloatMatrix<kInverse>;
+struct Inverse {
+  static HWY_INLINE Channels<VF32> apply(const Channels<VF32>& xyz) { return xyzToRgb(xyz); }
+};
 
 // Of floats only Z is limited: the Z of white is above 1, as no X or Y is.
 struct ForwardLimited {
   static HWY_INLINE Channels<VF32> apply(const Channels<VF32>& rgb) {
-    const Channels<VF32> xyz = Forward::apply(rgb);
+    const Channels<VF32> xyz = rgbToXyz(rgb);
     return {xyz.c0, xyz.c1, unitLimited(xyz.c2)};
   }
 };
 struct InverseLimited {
   static HWY_INLINE Channels<VF32> apply(const Channels<VF32>& xyz) {
-    const Channels<VF32> rgb = Inverse::apply(xyz);
+    const Channels<VF32> rgb = xyzToRgb(xyz);
     return {unitLimited(rgb.c0), unitLimited(rgb.c1), unitLimited(rgb.c2)};
   }
 };

@@ -271,165 +271,43 @@ ZumStatus twistIntegers(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize
 
 using namespace zum;
 
-ZumStatus zumiColorTwist_32f_C3R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi,
-                                 const Zum32f* twist) {
-  return twistFloats(ZUM_KERNEL(innerColorTwist_32f_C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi, twist);
-}
+// The functions of a depth, by their row kernels.
+#define ZUM_TWIST(T, run, kernelC3, kernelAC4, kernelP3, c3, c3InPlace, ac4, ac4InPlace, p3, p3InPlace)                \
+  ZumStatus c3(const T* pSrc, int srcStep, T* pDst, int dstStep, ZumiSize roi, const Zum32f* twist) {                  \
+    return run(ZUM_KERNEL(kernelC3), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi, twist);                        \
+  }                                                                                                                    \
+  ZumStatus c3InPlace(T* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist) {                                 \
+    return run(ZUM_KERNEL(kernelC3), Pixels<const T>{pSrcDst, srcDstStep}, Pixels{pSrcDst, srcDstStep}, roi, twist);   \
+  }                                                                                                                    \
+  ZumStatus ac4(const T* pSrc, int srcStep, T* pDst, int dstStep, ZumiSize roi, const Zum32f* twist) {                 \
+    return run(ZUM_KERNEL(kernelAC4), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi, twist);                       \
+  }                                                                                                                    \
+  ZumStatus ac4InPlace(T* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist) {                                \
+    return run(ZUM_KERNEL(kernelAC4), Pixels<const T>{pSrcDst, srcDstStep}, Pixels{pSrcDst, srcDstStep}, roi, twist);  \
+  }                                                                                                                    \
+  ZumStatus p3(const T* const pSrc[3], int srcStep, T* const pDst[3], int dstStep, ZumiSize roi,                       \
+               const Zum32f* twist) {                                                                                  \
+    return run(ZUM_KERNEL(kernelP3), planes3(pSrc, srcStep), planes3(pDst, dstStep), roi, twist);                      \
+  }                                                                                                                    \
+  ZumStatus p3InPlace(T* const pSrcDst[3], int srcDstStep, ZumiSize roi, const Zum32f* twist) {                        \
+    return run(ZUM_KERNEL(kernelP3), planes3<const T>(pSrcDst, srcDstStep), planes3(pSrcDst, srcDstStep), roi, twist); \
+  }
 
-ZumStatus zumiColorTwist_32f_C3IR(Zum32f* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist) {
-  return twistFloats(ZUM_KERNEL(innerColorTwist_32f_C3R), Pixels<const Zum32f>{pSrcDst, srcDstStep},
-                     Pixels{pSrcDst, srcDstStep}, roi, twist);
-}
-
-ZumStatus zumiColorTwist_32f_AC4R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi,
-                                  const Zum32f* twist) {
-  return twistFloats(ZUM_KERNEL(innerColorTwist_32f_AC4R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi, twist);
-}
-
-ZumStatus zumiColorTwist_32f_AC4IR(Zum32f* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist) {
-  return twistFloats(ZUM_KERNEL(innerColorTwist_32f_AC4R), Pixels<const Zum32f>{pSrcDst, srcDstStep},
-                     Pixels{pSrcDst, srcDstStep}, roi, twist);
-}
-
-ZumStatus zumiColorTwist_32f_P3R(const Zum32f* const pSrc[3], int srcStep, Zum32f* const pDst[3], int dstStep,
-                                 ZumiSize roi, const Zum32f* twist) {
-  return twistFloats(ZUM_KERNEL(innerColorTwist_32f_P3R), planes3(pSrc, srcStep), planes3(pDst, dstStep), roi, twist);
-}
-
-ZumStatus zumiColorTwist_32f_IP3R(Zum32f* const pSrcDst[3], int srcDstStep, ZumiSize roi, const Zum32f* twist) {
-  return twistFloats(ZUM_KERNEL(innerColorTwist_32f_P3R), planes3<const Zum32f>(pSrcDst, srcDstStep),
-                     planes3(pSrcDst, srcDstStep), roi, twist);
-}
-
-ZumStatus zumiColorTwist32f_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
-                                   const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_8u_C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi, twist);
-}
-
-ZumStatus zumiColorTwist32f_8u_C3IR(Zum8u* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_8u_C3R), Pixels<const Zum8u>{pSrcDst, srcDstStep},
-                       Pixels{pSrcDst, srcDstStep}, roi, twist);
-}
-
-ZumStatus zumiColorTwist32f_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
-                                    const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_8u_AC4R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi,
-                       twist);
-}
-
-ZumStatus zumiColorTwist32f_8u_AC4IR(Zum8u* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_8u_AC4R), Pixels<const Zum8u>{pSrcDst, srcDstStep},
-                       Pixels{pSrcDst, srcDstStep}, roi, twist);
-}
-
-ZumStatus zumiColorTwist32f_8u_P3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* const pDst[3], int dstStep,
-                                   ZumiSize roi, const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_8u_P3R), planes3(pSrc, srcStep), planes3(pDst, dstStep), roi,
-                       twist);
-}
-
-ZumStatus zumiColorTwist32f_8u_IP3R(Zum8u* const pSrcDst[3], int srcDstStep, ZumiSize roi, const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_8u_P3R), planes3<const Zum8u>(pSrcDst, srcDstStep),
-                       planes3(pSrcDst, srcDstStep), roi, twist);
-}
-
-ZumStatus zumiColorTwist32f_8s_C3R(const Zum8s* pSrc, int srcStep, Zum8s* pDst, int dstStep, ZumiSize roi,
-                                   const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_8s_C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi, twist);
-}
-
-ZumStatus zumiColorTwist32f_8s_C3IR(Zum8s* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_8s_C3R), Pixels<const Zum8s>{pSrcDst, srcDstStep},
-                       Pixels{pSrcDst, srcDstStep}, roi, twist);
-}
-
-ZumStatus zumiColorTwist32f_8s_AC4R(const Zum8s* pSrc, int srcStep, Zum8s* pDst, int dstStep, ZumiSize roi,
-                                    const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_8s_AC4R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi,
-                       twist);
-}
-
-ZumStatus zumiColorTwist32f_8s_AC4IR(Zum8s* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_8s_AC4R), Pixels<const Zum8s>{pSrcDst, srcDstStep},
-                       Pixels{pSrcDst, srcDstStep}, roi, twist);
-}
-
-ZumStatus zumiColorTwist32f_8s_P3R(const Zum8s* const pSrc[3], int srcStep, Zum8s* const pDst[3], int dstStep,
-                                   ZumiSize roi, const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_8s_P3R), planes3(pSrc, srcStep), planes3(pDst, dstStep), roi,
-                       twist);
-}
-
-ZumStatus zumiColorTwist32f_8s_IP3R(Zum8s* const pSrcDst[3], int srcDstStep, ZumiSize roi, const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_8s_P3R), planes3<const Zum8s>(pSrcDst, srcDstStep),
-                       planes3(pSrcDst, srcDstStep), roi, twist);
-}
-
-ZumStatus zumiColorTwist32f_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi,
-                                    const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_16u_C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi,
-                       twist);
-}
-
-ZumStatus zumiColorTwist32f_16u_C3IR(Zum16u* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_16u_C3R), Pixels<const Zum16u>{pSrcDst, srcDstStep},
-                       Pixels{pSrcDst, srcDstStep}, roi, twist);
-}
-
-ZumStatus zumiColorTwist32f_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi,
-                                     const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_16u_AC4R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi,
-                       twist);
-}
-
-ZumStatus zumiColorTwist32f_16u_AC4IR(Zum16u* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_16u_AC4R), Pixels<const Zum16u>{pSrcDst, srcDstStep},
-                       Pixels{pSrcDst, srcDstStep}, roi, twist);
-}
-
-ZumStatus zumiColorTwist32f_16u_P3R(const Zum16u* const pSrc[3], int srcStep, Zum16u* const pDst[3], int dstStep,
-                                    ZumiSize roi, const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_16u_P3R), planes3(pSrc, srcStep), planes3(pDst, dstStep), roi,
-                       twist);
-}
-
-ZumStatus zumiColorTwist32f_16u_IP3R(Zum16u* const pSrcDst[3], int srcDstStep, ZumiSize roi, const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_16u_P3R), planes3<const Zum16u>(pSrcDst, srcDstStep),
-                       planes3(pSrcDst, srcDstStep), roi, twist);
-}
-
-ZumStatus zumiColorTwist32f_16s_C3R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi,
-                                    const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_16s_C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi,
-                       twist);
-}
-
-ZumStatus zumiColorTwist32f_16s_C3IR(Zum16s* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_16s_C3R), Pixels<const Zum16s>{pSrcDst, srcDstStep},
-                       Pixels{pSrcDst, srcDstStep}, roi, twist);
-}
-
-ZumStatus zumiColorTwist32f_16s_AC4R(const Zum16s* pSrc, int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi,
-                                     const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_16s_AC4R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi,
-                       twist);
-}
-
-ZumStatus zumiColorTwist32f_16s_AC4IR(Zum16s* pSrcDst, int srcDstStep, ZumiSize roi, const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_16s_AC4R), Pixels<const Zum16s>{pSrcDst, srcDstStep},
-                       Pixels{pSrcDst, srcDstStep}, roi, twist);
-}
-
-ZumStatus zumiColorTwist32f_16s_P3R(const Zum16s* const pSrc[3], int srcStep, Zum16s* const pDst[3], int dstStep,
-                                    ZumiSize roi, const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_16s_P3R), planes3(pSrc, srcStep), planes3(pDst, dstStep), roi,
-                       twist);
-}
-
-ZumStatus zumiColorTwist32f_16s_IP3R(Zum16s* const pSrcDst[3], int srcDstStep, ZumiSize roi, const Zum32f* twist) {
-  return twistIntegers(ZUM_KERNEL(innerColorTwist32f_16s_P3R), planes3<const Zum16s>(pSrcDst, srcDstStep),
-                       planes3(pSrcDst, srcDstStep), roi, twist);
-}
+ZUM_TWIST(Zum32f, twistFloats, innerColorTwist_32f_C3R, innerColorTwist_32f_AC4R, innerColorTwist_32f_P3R,
+          zumiColorTwist_32f_C3R, zumiColorTwist_32f_C3IR, zumiColorTwist_32f_AC4R, zumiColorTwist_32f_AC4IR,
+          zumiColorTwist_32f_P3R, zumiColorTwist_32f_IP3R)
+ZUM_TWIST(Zum8u, twistIntegers, innerColorTwist32f_8u_C3R, innerColorTwist32f_8u_AC4R, innerColorTwist32f_8u_P3R,
+          zumiColorTwist32f_8u_C3R, zumiColorTwist32f_8u_C3IR, zumiColorTwist32f_8u_AC4R, zumiColorTwist32f_8u_AC4IR,
+          zumiColorTwist32f_8u_P3R, zumiColorTwist32f_8u_IP3R)
+ZUM_TWIST(Zum8s, twistIntegers, innerColorTwist32f_8s_C3R, innerColorTwist32f_8s_AC4R, innerColorTwist32f_8s_P3R,
+          zumiColorTwist32f_8s_C3R, zumiColorTwist32f_8s_C3IR, zumiColorTwist32f_8s_AC4R, zumiColorTwist32f_8s_AC4IR,
+          zumiColorTwist32f_8s_P3R, zumiColorTwist32f_8s_IP3R)
+ZUM_TWIST(Zum16u, twistIntegers, innerColorTwist32f_16u_C3R, innerColorTwist32f_16u_AC4R, innerColorTwist32f_16u_P3R,
+          zumiColorTwist32f_16u_C3R, zumiColorTwist32f_16u_C3IR, zumiColorTwist32f_16u_AC4R,
+          zumiColorTwist32f_16u_AC4IR, zumiColorTwist32f_16u_P3R, zumiColorTwist32f_16u_IP3R)
+ZUM_TWIST(Zum16s, twistIntegers, innerColorTwist32f_16s_C3R, innerColorTwist32f_16s_AC4R, innerColorTwist32f_16s_P3R,
+          zumiColorTwist32f_16s_C3R, zumiColorTwist32f_16s_C3IR, zumiColorTwist32f_16s_AC4R,
+          zumiColorTwist32f_16s_AC4IR, zumiColorTwist32f_16s_P3R, zumiColorTwist32f_16s_IP3R)
 
 ZumStatus zumiColorTwist_32f_C4R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi,
                                  const Zum32f* twist) {

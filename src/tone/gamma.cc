@@ -347,192 +347,50 @@ ZumStatus inRange(void (*kernel)(const Zum32f*, Zum32f*, int, Interleaving, Zum3
 
 using namespace zum;
 
-ZumStatus zumiGammaFwd_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return byTable(ZUM_KERNEL(innerGammaFwd_8u), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi, Interleaving::kThree);
-}
+// The functions of a curve and a depth, by their row kernel, with what the function `run` takes behind the size.
+#define ZUM_GAMMA(T, run, kernel, c3, c3InPlace, ac4, ac4InPlace, p3, p3InPlace)                                  \
+  ZumStatus c3(const T* pSrc, int srcStep, T* pDst, int dstStep, ZumiSize roi ZUM_PARAMETERS) {                   \
+    return run(ZUM_KERNEL(kernel), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi,                             \
+               Interleaving::kThree ZUM_ARGUMENTS);                                                               \
+  }                                                                                                               \
+  ZumStatus c3InPlace(T* pSrcDst, int step, ZumiSize roi ZUM_PARAMETERS) {                                        \
+    return run(ZUM_KERNEL(kernel), Pixels<const T>{pSrcDst, step}, Pixels{pSrcDst, step}, roi,                    \
+               Interleaving::kThree ZUM_ARGUMENTS);                                                               \
+  }                                                                                                               \
+  ZumStatus ac4(const T* pSrc, int srcStep, T* pDst, int dstStep, ZumiSize roi ZUM_PARAMETERS) {                  \
+    return run(ZUM_KERNEL(kernel), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi,                             \
+               Interleaving::kThreeOfFour ZUM_ARGUMENTS);                                                         \
+  }                                                                                                               \
+  ZumStatus ac4InPlace(T* pSrcDst, int step, ZumiSize roi ZUM_PARAMETERS) {                                       \
+    return run(ZUM_KERNEL(kernel), Pixels<const T>{pSrcDst, step}, Pixels{pSrcDst, step}, roi,                    \
+               Interleaving::kThreeOfFour ZUM_ARGUMENTS);                                                         \
+  }                                                                                                               \
+  ZumStatus p3(const T* const pSrc[3], int srcStep, T* const pDst[3], int dstStep, ZumiSize roi ZUM_PARAMETERS) { \
+    return run(ZUM_KERNEL(kernel), planes3(pSrc, srcStep), planes3(pDst, dstStep), roi,                           \
+               Interleaving::kPlane ZUM_ARGUMENTS);                                                               \
+  }                                                                                                               \
+  ZumStatus p3InPlace(T* const pSrcDst[3], int step, ZumiSize roi ZUM_PARAMETERS) {                               \
+    return run(ZUM_KERNEL(kernel), planes3<const T>(pSrcDst, step), planes3(pSrcDst, step), roi,                  \
+               Interleaving::kPlane ZUM_ARGUMENTS);                                                               \
+  }
 
-ZumStatus zumiGammaFwd_8u_C3IR(Zum8u* pSrcDst, int step, ZumiSize roi) {
-  return byTable(ZUM_KERNEL(innerGammaFwd_8u), Pixels<const Zum8u>{pSrcDst, step}, Pixels{pSrcDst, step}, roi,
-                 Interleaving::kThree);
-}
-
-ZumStatus zumiGammaFwd_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return byTable(ZUM_KERNEL(innerGammaFwd_8u), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi,
-                 Interleaving::kThreeOfFour);
-}
-
-ZumStatus zumiGammaFwd_8u_AC4IR(Zum8u* pSrcDst, int step, ZumiSize roi) {
-  return byTable(ZUM_KERNEL(innerGammaFwd_8u), Pixels<const Zum8u>{pSrcDst, step}, Pixels{pSrcDst, step}, roi,
-                 Interleaving::kThreeOfFour);
-}
-
-ZumStatus zumiGammaFwd_8u_P3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* const pDst[3], int dstStep,
-                              ZumiSize roi) {
-  return byTable(ZUM_KERNEL(innerGammaFwd_8u), planes3(pSrc, srcStep), planes3(pDst, dstStep), roi,
-                 Interleaving::kPlane);
-}
-
-ZumStatus zumiGammaFwd_8u_IP3R(Zum8u* const pSrcDst[3], int step, ZumiSize roi) {
-  return byTable(ZUM_KERNEL(innerGammaFwd_8u), planes3<const Zum8u>(pSrcDst, step), planes3(pSrcDst, step), roi,
-                 Interleaving::kPlane);
-}
-
-ZumStatus zumiGammaInv_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return byTable(ZUM_KERNEL(innerGammaInv_8u), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi, Interleaving::kThree);
-}
-
-ZumStatus zumiGammaInv_8u_C3IR(Zum8u* pSrcDst, int step, ZumiSize roi) {
-  return byTable(ZUM_KERNEL(innerGammaInv_8u), Pixels<const Zum8u>{pSrcDst, step}, Pixels{pSrcDst, step}, roi,
-                 Interleaving::kThree);
-}
-
-ZumStatus zumiGammaInv_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return byTable(ZUM_KERNEL(innerGammaInv_8u), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi,
-                 Interleaving::kThreeOfFour);
-}
-
-ZumStatus zumiGammaInv_8u_AC4IR(Zum8u* pSrcDst, int step, ZumiSize roi) {
-  return byTable(ZUM_KERNEL(innerGammaInv_8u), Pixels<const Zum8u>{pSrcDst, step}, Pixels{pSrcDst, step}, roi,
-                 Interleaving::kThreeOfFour);
-}
-
-ZumStatus zumiGammaInv_8u_P3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* const pDst[3], int dstStep,
-                              ZumiSize roi) {
-  return byTable(ZUM_KERNEL(innerGammaInv_8u), planes3(pSrc, srcStep), planes3(pDst, dstStep), roi,
-                 Interleaving::kPlane);
-}
-
-ZumStatus zumiGammaInv_8u_IP3R(Zum8u* const pSrcDst[3], int step, ZumiSize roi) {
-  return byTable(ZUM_KERNEL(innerGammaInv_8u), planes3<const Zum8u>(pSrcDst, step), planes3(pSrcDst, step), roi,
-                 Interleaving::kPlane);
-}
-
-ZumStatus zumiGammaFwd_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi) {
-  return byTableIfLarge(ZUM_KERNEL(innerGammaFwd_16u), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi,
-                        Interleaving::kThree);
-}
-
-ZumStatus zumiGammaFwd_16u_C3IR(Zum16u* pSrcDst, int step, ZumiSize roi) {
-  return byTableIfLarge(ZUM_KERNEL(innerGammaFwd_16u), Pixels<const Zum16u>{pSrcDst, step}, Pixels{pSrcDst, step}, roi,
-                        Interleaving::kThree);
-}
-
-ZumStatus zumiGammaFwd_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi) {
-  return byTableIfLarge(ZUM_KERNEL(innerGammaFwd_16u), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi,
-                        Interleaving::kThreeOfFour);
-}
-
-ZumStatus zumiGammaFwd_16u_AC4IR(Zum16u* pSrcDst, int step, ZumiSize roi) {
-  return byTableIfLarge(ZUM_KERNEL(innerGammaFwd_16u), Pixels<const Zum16u>{pSrcDst, step}, Pixels{pSrcDst, step}, roi,
-                        Interleaving::kThreeOfFour);
-}
-
-ZumStatus zumiGammaFwd_16u_P3R(const Zum16u* const pSrc[3], int srcStep, Zum16u* const pDst[3], int dstStep,
-                               ZumiSize roi) {
-  return byTableIfLarge(ZUM_KERNEL(innerGammaFwd_16u), planes3(pSrc, srcStep), planes3(pDst, dstStep), roi,
-                        Interleaving::kPlane);
-}
-
-ZumStatus zumiGammaFwd_16u_IP3R(Zum16u* const pSrcDst[3], int step, ZumiSize roi) {
-  return byTableIfLarge(ZUM_KERNEL(innerGammaFwd_16u), planes3<const Zum16u>(pSrcDst, step), planes3(pSrcDst, step),
-                        roi, Interleaving::kPlane);
-}
-
-ZumStatus zumiGammaInv_16u_C3R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi) {
-  return byTableIfLarge(ZUM_KERNEL(innerGammaInv_16u), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi,
-                        Interleaving::kThree);
-}
-
-ZumStatus zumiGammaInv_16u_C3IR(Zum16u* pSrcDst, int step, ZumiSize roi) {
-  return byTableIfLarge(ZUM_KERNEL(innerGammaInv_16u), Pixels<const Zum16u>{pSrcDst, step}, Pixels{pSrcDst, step}, roi,
-                        Interleaving::kThree);
-}
-
-ZumStatus zumiGammaInv_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi) {
-  return byTableIfLarge(ZUM_KERNEL(innerGammaInv_16u), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi,
-                        Interleaving::kThreeOfFour);
-}
-
-ZumStatus zumiGammaInv_16u_AC4IR(Zum16u* pSrcDst, int step, ZumiSize roi) {
-  return byTableIfLarge(ZUM_KERNEL(innerGammaInv_16u), Pixels<const Zum16u>{pSrcDst, step}, Pixels{pSrcDst, step}, roi,
-                        Interleaving::kThreeOfFour);
-}
-
-ZumStatus zumiGammaInv_16u_P3R(const Zum16u* const pSrc[3], int srcStep, Zum16u* const pDst[3], int dstStep,
-                               ZumiSize roi) {
-  return byTableIfLarge(ZUM_KERNEL(innerGammaInv_16u), planes3(pSrc, srcStep), planes3(pDst, dstStep), roi,
-                        Interleaving::kPlane);
-}
-
-ZumStatus zumiGammaInv_16u_IP3R(Zum16u* const pSrcDst[3], int step, ZumiSize roi) {
-  return byTableIfLarge(ZUM_KERNEL(innerGammaInv_16u), planes3<const Zum16u>(pSrcDst, step), planes3(pSrcDst, step),
-                        roi, Interleaving::kPlane);
-}
-
-ZumStatus zumiGammaFwd_32f_C3R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi, Zum32f vMin,
-                               Zum32f vMax) {
-  return inRange(ZUM_KERNEL(innerGammaFwd_32f), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi, Interleaving::kThree,
-                 vMin, vMax);
-}
-
-ZumStatus zumiGammaFwd_32f_C3IR(Zum32f* pSrcDst, int step, ZumiSize roi, Zum32f vMin, Zum32f vMax) {
-  return inRange(ZUM_KERNEL(innerGammaFwd_32f), Pixels<const Zum32f>{pSrcDst, step}, Pixels{pSrcDst, step}, roi,
-                 Interleaving::kThree, vMin, vMax);
-}
-
-ZumStatus zumiGammaFwd_32f_AC4R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi, Zum32f vMin,
-                                Zum32f vMax) {
-  return inRange(ZUM_KERNEL(innerGammaFwd_32f), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi,
-                 Interleaving::kThreeOfFour, vMin, vMax);
-}
-
-ZumStatus zumiGammaFwd_32f_AC4IR(Zum32f* pSrcDst, int step, ZumiSize roi, Zum32f vMin, Zum32f vMax) {
-  return inRange(ZUM_KERNEL(innerGammaFwd_32f), Pixels<const Zum32f>{pSrcDst, step}, Pixels{pSrcDst, step}, roi,
-                 Interleaving::kThreeOfFour, vMin, vMax);
-}
-
-ZumStatus zumiGammaFwd_32f_P3R(const Zum32f* const pSrc[3], int srcStep, Zum32f* const pDst[3], int dstStep,
-                               ZumiSize roi, Zum32f vMin, Zum32f vMax) {
-  return inRange(ZUM_KERNEL(innerGammaFwd_32f), planes3(pSrc, srcStep), planes3(pDst, dstStep), roi,
-                 Interleaving::kPlane, vMin, vMax);
-}
-
-ZumStatus zumiGammaFwd_32f_IP3R(Zum32f* const pSrcDst[3], int step, ZumiSize roi, Zum32f vMin, Zum32f vMax) {
-  return inRange(ZUM_KERNEL(innerGammaFwd_32f), planes3<const Zum32f>(pSrcDst, step), planes3(pSrcDst, step), roi,
-                 Interleaving::kPlane, vMin, vMax);
-}
-
-ZumStatus zumiGammaInv_32f_C3R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi, Zum32f vMin,
-                               Zum32f vMax) {
-  return inRange(ZUM_KERNEL(innerGammaInv_32f), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi, Interleaving::kThree,
-                 vMin, vMax);
-}
-
-ZumStatus zumiGammaInv_32f_C3IR(Zum32f* pSrcDst, int step, ZumiSize roi, Zum32f vMin, Zum32f vMax) {
-  return inRange(ZUM_KERNEL(innerGammaInv_32f), Pixels<const Zum32f>{pSrcDst, step}, Pixels{pSrcDst, step}, roi,
-                 Interleaving::kThree, vMin, vMax);
-}
-
-ZumStatus zumiGammaInv_32f_AC4R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi, Zum32f vMin,
-                                Zum32f vMax) {
-  return inRange(ZUM_KERNEL(innerGammaInv_32f), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi,
-                 Interleaving::kThreeOfFour, vMin, vMax);
-}
-
-ZumStatus zumiGammaInv_32f_AC4IR(Zum32f* pSrcDst, int step, ZumiSize roi, Zum32f vMin, Zum32f vMax) {
-  return inRange(ZUM_KERNEL(innerGammaInv_32f), Pixels<const Zum32f>{pSrcDst, step}, Pixels{pSrcDst, step}, roi,
-                 Interleaving::kThreeOfFour, vMin, vMax);
-}
-
-ZumStatus zumiGammaInv_32f_P3R(const Zum32f* const pSrc[3], int srcStep, Zum32f* const pDst[3], int dstStep,
-                               ZumiSize roi, Zum32f vMin, Zum32f vMax) {
-  return inRange(ZUM_KERNEL(innerGammaInv_32f), planes3(pSrc, srcStep), planes3(pDst, dstStep), roi,
-                 Interleaving::kPlane, vMin, vMax);
-}
-
-ZumStatus zumiGammaInv_32f_IP3R(Zum32f* const pSrcDst[3], int step, ZumiSize roi, Zum32f vMin, Zum32f vMax) {
-  return inRange(ZUM_KERNEL(innerGammaInv_32f), planes3<const Zum32f>(pSrcDst, step), planes3(pSrcDst, step), roi,
-                 Interleaving::kPlane, vMin, vMax);
-}
+#define ZUM_PARAMETERS
+#define ZUM_ARGUMENTS
+ZUM_GAMMA(Zum8u, byTable, innerGammaFwd_8u, zumiGammaFwd_8u_C3R, zumiGammaFwd_8u_C3IR, zumiGammaFwd_8u_AC4R,
+          zumiGammaFwd_8u_AC4IR, zumiGammaFwd_8u_P3R, zumiGammaFwd_8u_IP3R)
+ZUM_GAMMA(Zum8u, byTable, innerGammaInv_8u, zumiGammaInv_8u_C3R, zumiGammaInv_8u_C3IR, zumiGammaInv_8u_AC4R,
+          zumiGammaInv_8u_AC4IR, zumiGammaInv_8u_P3R, zumiGammaInv_8u_IP3R)
+ZUM_GAMMA(Zum16u, byTableIfLarge, innerGammaFwd_16u, zumiGammaFwd_16u_C3R, zumiGammaFwd_16u_C3IR, zumiGammaFwd_16u_AC4R,
+          zumiGammaFwd_16u_AC4IR, zumiGammaFwd_16u_P3R, zumiGammaFwd_16u_IP3R)
+ZUM_GAMMA(Zum16u, byTableIfLarge, innerGammaInv_16u, zumiGammaInv_16u_C3R, zumiGammaInv_16u_C3IR, zumiGammaInv_16u_AC4R,
+          zumiGammaInv_16u_AC4IR, zumiGammaInv_16u_P3R, zumiGammaInv_16u_IP3R)
+#undef ZUM_PARAMETERS
+#undef ZUM_ARGUMENTS
+#define ZUM_PARAMETERS , Zum32f vMin, Zum32f vMax
+#define ZUM_ARGUMENTS , vMin, vMax
+ZUM_GAMMA(Zum32f, inRange, innerGammaFwd_32f, zumiGammaFwd_32f_C3R, zumiGammaFwd_32f_C3IR, zumiGammaFwd_32f_AC4R,
+          zumiGammaFwd_32f_AC4IR, zumiGammaFwd_32f_P3R, zumiGammaFwd_32f_IP3R)
+ZUM_GAMMA(Zum32f, inRange, innerGammaInv_32f, zumiGammaInv_32f_C3R, zumiGammaInv_32f_C3IR, zumiGammaInv_32f_AC4R,
+          zumiGammaInv_32f_AC4IR, zumiGammaInv_32f_P3R, zumiGammaInv_32f_IP3R)
 
 #endif  // HWY_ONCE
