@@ -66,26 +66,23 @@ struct Planes {
   static int stepOf(const int* steps, std::size_t i) { return steps[i]; }
 };
 
+template <class T>
+using ThreePlanes = Planes<T, 3, int>;
+template <class T>
+using ThreeSteppedPlanes = Planes<T, 3, const int*>;
+template <class T>
+using FourPlanes = Planes<T, 4, int>;
+
 template <class T, class Step>
 Planes<T, 3, Step> planes3(T* const* base, Step step) {
   return {base, step};
 }
 
-template <class T>
-Planes<T, 4, int> planes4(T* const* base, int step) {
-  return {base, step};
-}
-
 // Three planes of one size, with one step, where they are worked on in row pairs.
 template <class T>
-struct FullPlanes : Planes<T, 3, int> {
-  FullPlaneRows<T> rows() const { return {Planes<T, 3, int>::rows()}; }
+struct FullPlanes : ThreePlanes<T> {
+  FullPlaneRows<T> rows() const { return {ThreePlanes<T>::rows()}; }
 };
-
-template <class T>
-FullPlanes<T> fullPlanes3(T* const* base, int step) {
-  return {{base, step}};
-}
 
 // A tight image of interleaved pixels: its rows follow one another without a gap.
 template <class T>
@@ -110,7 +107,7 @@ PlaneRows<T, 3> rowsOf3(T* const* planes, std::ptrdiff_t step, std::ptrdiff_t ch
 
 // Three tight planes of bytes of one size.
 template <class T>
-struct TightFullPlanes : Planes<T, 3, int> {
+struct TightFullPlanes : ThreePlanes<T> {
   std::ptrdiff_t width;
 
   FullPlaneRows<T> rows() const { return {rowsOf3(this->base, width, width)}; }
@@ -126,7 +123,7 @@ enum class OddPixel { kNone, kOwnSample };
 
 // Three tight planes of bytes, the second and third of half the width.
 template <class T, OddPixel last>
-struct TightHalfPlanes : Planes<T, 3, int> {
+struct TightHalfPlanes : ThreePlanes<T> {
   std::ptrdiff_t width;
 
   PlaneRows<T, 3> rows() const {
@@ -140,20 +137,15 @@ TightHalfPlanes<T, last> tightHalfPlanes3(T* const* base, int width) {
   return {{base, 0}, width};
 }
 
-// Planes in the order Y, Cr, Cb, seen as Y, Cb, Cr: each goes with its step.
-template <class T, class Step>
-struct ExchangedChroma : Planes<T, 3, Step> {
+// Planes in the order Y, Cr, Cb, with a step each, seen as Y, Cb, Cr: each goes with its step.
+template <class T>
+struct ExchangedChroma : ThreeSteppedPlanes<T> {
   PlaneRows<T, 3> rows() const {
-    PlaneRows<T, 3> result = Planes<T, 3, Step>::rows();
+    PlaneRows<T, 3> result = ThreeSteppedPlanes<T>::rows();
     std::swap(result.plane[1], result.plane[2]);
     return result;
   }
 };
-
-template <class T, class Step>
-ExchangedChroma<T, Step> exchangedChroma(T* const* base, Step step) {
-  return {{base, step}};
-}
 
 inline bool below(ZumiSize size, ZumiSize minimum) {
   return size.width < minimum.width || size.height < minimum.height;

@@ -143,6 +143,14 @@ ZumStatus convertRowsInParallel(Kernel* kernel, const Src& src, const Dst& dst, 
   return zumOk;
 }
 
+// Rows divided among threads, however few they are, unless the checks that came before found an error.
+template <class Kernel, class Src, class Dst>
+ZumStatus convertInParallelUnless(ZumStatus error, Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) {
+  if (error != zumOk) return error;
+  parallelRows(kernel, src.rows(), dst.rows(), roi);
+  return zumOk;
+}
+
 }  // namespace zum
 
 #endif

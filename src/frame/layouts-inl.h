@@ -578,33 +578,20 @@ struct ThreeOf4 : Interleaved<T, 4, kLanes<T>> {
   static HWY_INLINE Channels<Vec<T>> load(const T* row, Access access = {}) {
     const VU32 v0 = group(row, 0, access), v1 = group(row, 1, access), v2 = group(row, 2, access),
                v3 = group(row, 3, access);
-    const Tag<std::uint32_t> d;
-    const VU64 lower01 = wide(hn::InterleaveLower(d, v0, v1)), upper01 = wide(hn::InterleaveUpper(d, v0, v1)),
-               lower23 = wide(hn::InterleaveLower(d, v2, v3)), upper23 = wide(hn::InterleaveUpper(d, v2, v3));
-    const Tag<std::uint64_t> d64;
+    const auto channels = interleaved4(v0, v1, v2, v3);
     const Tag<T> to;
-    return {hn::BitCast(to, hn::InterleaveLower(d64, lower01, lower23)),
-            hn::BitCast(to, hn::InterleaveUpper(d64, lower01, lower23)),
-            hn::BitCast(to, hn::InterleaveLower(d64, upper01, upper23))};
+    return {hn::BitCast(to, channels[0]), hn::BitCast(to, channels[1]), hn::BitCast(to, channels[2])};
   }
 
   template <class Access = Whole>
   static HWY_INLINE void store(const Channels<Vec<T>>& v, T* row, Access access = {}) {
     const Tag<std::uint32_t> d;
     const VU32 c0 = hn::BitCast(d, v.c0), c1 = hn::BitCast(d, v.c1), c2 = hn::BitCast(d, v.c2);
-    const VU32 none = hn::Zero(d);
-    const VU64 lower01 = wide(hn::InterleaveLower(d, c0, c1)), upper01 = wide(hn::InterleaveUpper(d, c0, c1)),
-               lower2 = wide(hn::InterleaveLower(d, c2, none)), upper2 = wide(hn::InterleaveUpper(d, c2, none));
-    const Tag<std::uint64_t> d64;
-    merge(hn::InterleaveLower(d64, lower01, lower2), row, 0, access);
-    merge(hn::InterleaveUpper(d64, lower01, lower2), row, 1, access);
-    merge(hn::InterleaveLower(d64, upper01, upper2), row, 2, access);
-    merge(hn::InterleaveUpper(d64, upper01, upper2), row, 3, access);
+    const auto groups = interleaved4(c0, c1, c2, hn::Zero(d));
+    for (std::size_t i = 0; i < 4; ++i) merge(groups[i], row, i, access);
   }
 
  private:
-  using VU64 = Vec<std::uint64_t>;
-
   struct Bytes {
     alignas(16) std::uint8_t at[16];
   };
@@ -632,8 +619,6 @@ struct ThreeOf4 : Interleaved<T, 4, kLanes<T>> {
     return index;
   }
 
-  static HWY_INLINE VU64 wide(VU32 v) { return hn::BitCast(Tag<std::uint64_t>(), v); }
-
   // Vector i of the four.
   template <class Access>
   static HWY_INLINE VU32 group(const T* row, std::size_t i, Access access) {
@@ -644,7 +629,7 @@ struct ThreeOf4 : Interleaved<T, 4, kLanes<T>> {
   }
 
   template <class Access>
-  static HWY_INLINE void merge(VU64 v, T* row, std::size_t i, Access access) {
+  static HWY_INLINE void merge(VU32 v, T* row, std::size_t i, Access access) {
     static constexpr Bytes kUngroup = grouping(true), kFourth = fourthPlaces();
     const Tag<std::uint8_t> d;
     const Tag<T> to;
@@ -821,17 +806,9 @@ struct Interleaved4 : Interleaved<T, 4, kLanes<T>> {
             hn::BitCast(to, hn::ConcatLowerLower(d, upper23, lower23)),
             hn::BitCast(to, hn::ConcatUpperUpper(d, upper23, lower23))};
 #else
-    const Tag<std::uint32_t> d;
-    const Tag<std::uint64_t> d64;
-    const VU32 g0 = group(v0), g1 = group(v1), g2 = group(v2), g3 = group(v3);
-    const auto lower01 = hn::BitCast(d64, hn::InterleaveLower(d, g0, g1)),
-               upper01 = hn::BitCast(d64, hn::InterleaveUpper(d, g0, g1)),
-               lower23 = hn::BitCast(d64, hn::InterleaveLower(d, g2, g3)),
-               upper23 = hn::BitCast(d64, hn::InterleaveUpper(d, g2, g3));
-    return {hn::BitCast(to, hn::InterleaveLower(d64, lower01, lower23)),
-            hn::BitCast(to, hn::InterleaveUpper(d64, lower01, lower23)),
-            hn::BitCast(to, hn::InterleaveLower(d64, upper01, upper23)),
-            hn::BitCast(to, hn::InterleaveUpper(d64, upper01, upper23))};
+    const auto channels = interleaved4(group(v0), group(v1), group(v2), group(v3));
+    return {hn::BitCast(to, channels[0]), hn::BitCast(to, channels[1]), hn::BitCast(to, channels[2]),
+            hn::BitCast(to, channels[3])};
 #endif
   }
 

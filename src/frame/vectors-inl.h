@@ -7,6 +7,7 @@
 #define ZUM_FRAME_VECTORS_INL_H
 #endif
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -45,6 +46,21 @@ template <class V>
 struct Halves {
   V a, b;
 };
+
+// The lanes of four vectors in turn, inside 128-bit blocks. Lanes of 32 bits: four by four of them transposed.
+template <class V>
+HWY_INLINE std::array<V, 4> interleaved4(V v0, V v1, V v2, V v3) {
+  const hn::DFromV<V> d;
+  const hn::RepartitionToWide<hn::DFromV<V>> pairs;
+  const auto lower01 = hn::BitCast(pairs, hn::InterleaveLower(d, v0, v1)),
+             upper01 = hn::BitCast(pairs, hn::InterleaveUpper(d, v0, v1)),
+             lower23 = hn::BitCast(pairs, hn::InterleaveLower(d, v2, v3)),
+             upper23 = hn::BitCast(pairs, hn::InterleaveUpper(d, v2, v3));
+  return {hn::BitCast(d, hn::InterleaveLower(pairs, lower01, lower23)),
+          hn::BitCast(d, hn::InterleaveUpper(pairs, lower01, lower23)),
+          hn::BitCast(d, hn::InterleaveLower(pairs, upper01, upper23)),
+          hn::BitCast(d, hn::InterleaveUpper(pairs, upper01, upper23))};
+}
 
 // The same value in all lanes.
 template <class T>

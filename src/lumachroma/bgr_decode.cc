@@ -1,7 +1,7 @@
 // YCbCr 4:4:4, 4:2:2, 4:1:1 and 4:2:0 and YUV 4:2:0 to BGR of 24 and 32 bits.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "lumachroma/bgr_decode.cc"
-#include "frame/drivers.h"
+#include "frame/exports.h"
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
 #include "lumachroma/forms-inl.h"
@@ -10,12 +10,6 @@
 HWY_BEFORE_NAMESPACE();
 namespace zum {
 namespace HWY_NAMESPACE {
-
-using Bgr = Reversed<Packed3<Zum8u>>;
-using Bgra = Reversed<Packed4>;
-using P3 = Planes3<Zum8u>;
-using P3Row = PlaneRow<const Zum8u, 3>;
-using YCbCr = Packed422<ChromaOrder::CbCr>;
 
 // ---- Where pixels go
 
@@ -61,15 +55,15 @@ void setLast(const Zum8u* src, Zum8u* dst, int width, To to) {
 
 void ownYCbCr422ToBGR_8u_C2C3R(const Zum8u* src, Zum8u* dst, int width) {
   const ToBgr to;
-  to.columns<YCbCr, OnPairs<Rounded16>>(src, dst, 0, width & ~1);
+  to.columns<YCbCrC2, OnPairs<Rounded16>>(src, dst, 0, width & ~1);
   setLast(src, dst, width, to);
 }
 
 // Blocks of 8, then pairs.
 void ownYCbCr422ToBGR_8u_C2C4R(const Zum8u* src, Zum8u* dst, int width, Zum8u alpha) {
   const ToBgra to{alpha};
-  to.columns<YCbCr, OnPairs<Truncated8>>(src, dst, 0, width & ~7);
-  to.columns<YCbCr, OnRepeatedChroma<OnLanes<FoldedInverse>>>(src, dst, width & ~7, width & ~1);
+  to.columns<YCbCrC2, OnPairs<Truncated8>>(src, dst, 0, width & ~7);
+  to.columns<YCbCrC2, OnRepeatedChroma<OnLanes<FoldedInverse>>>(src, dst, width & ~7, width & ~1);
   setLast(src, dst, width, to);
 }
 
@@ -233,39 +227,20 @@ ZumStatus decodePacked(Kernel* kernel, const Pixels<const Zum8u>& src, const Pix
 
 using namespace zum;
 
-ZumStatus zumiYCbCrToBGR_8u_P3C3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return decodePlanes(ZUM_KERNEL(ownYCbCrToBGR_8u_P3C3R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi, 1);
-}
-
-ZumStatus zumiYCbCrToBGR_8u_P3C4R(const Zum8u* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
-                                  Zum8u alpha) {
-  return decodePlanes(ZUM_KERNEL(ownYCbCrToBGR_8u_P3C4R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi, 1, alpha);
-}
-
-ZumStatus zumiYCbCr422ToBGR_8u_C2C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return decodePacked(ZUM_KERNEL(ownYCbCr422ToBGR_8u_C2C3R), {pSrc, srcStep}, {pDst, dstStep}, roi);
-}
-
-ZumStatus zumiYCbCr422ToBGR_8u_C2C4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
-                                     Zum8u alpha) {
-  return decodePacked(ZUM_KERNEL(ownYCbCr422ToBGR_8u_C2C4R), {pSrc, srcStep}, {pDst, dstStep}, roi, alpha);
-}
-
-ZumStatus zumiYCbCr411ToBGR_8u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst, int dstStep,
-                                     ZumiSize roi) {
-  return decodePlanes(ZUM_KERNEL(innerYCbCr411ToBGR_8u_P3C3R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi, 4);
-}
-
-ZumStatus zumiYCbCr411ToBGR_8u_P3C4R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst, int dstStep,
-                                     ZumiSize roi, Zum8u alpha) {
-  return decodePlanes(ZUM_KERNEL(innerYCbCr411ToBGR_8u_P3C4R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi, 4,
-                      alpha);
-}
-
-ZumStatus zumiYCbCr420ToBGR_8u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst, int dstStep,
-                                     ZumiSize roi) {
-  return convertRowPairs(ZUM_KERNEL(innerYCbCr420ToBGR_8u_P3C3R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi);
-}
+ZUM_EXPORT(zumiYCbCrToBGR_8u_P3C3R, ThreePlanes<const Zum8u>, Pixels<Zum8u>,
+           decodePlanes(ZUM_KERNEL(ownYCbCrToBGR_8u_P3C3R), src, dst, roi, 1))
+ZUM_EXPORT_WITH(zumiYCbCrToBGR_8u_P3C4R, ThreePlanes<const Zum8u>, Pixels<Zum8u>, Zum8u alpha,
+                decodePlanes(ZUM_KERNEL(ownYCbCrToBGR_8u_P3C4R), src, dst, roi, 1, alpha))
+ZUM_EXPORT(zumiYCbCr422ToBGR_8u_C2C3R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           decodePacked(ZUM_KERNEL(ownYCbCr422ToBGR_8u_C2C3R), src, dst, roi))
+ZUM_EXPORT_WITH(zumiYCbCr422ToBGR_8u_C2C4R, Pixels<const Zum8u>, Pixels<Zum8u>, Zum8u alpha,
+                decodePacked(ZUM_KERNEL(ownYCbCr422ToBGR_8u_C2C4R), src, dst, roi, alpha))
+ZUM_EXPORT(zumiYCbCr411ToBGR_8u_P3C3R, ThreeSteppedPlanes<const Zum8u>, Pixels<Zum8u>,
+           decodePlanes(ZUM_KERNEL(innerYCbCr411ToBGR_8u_P3C3R), src, dst, roi, 4))
+ZUM_EXPORT_WITH(zumiYCbCr411ToBGR_8u_P3C4R, ThreeSteppedPlanes<const Zum8u>, Pixels<Zum8u>, Zum8u alpha,
+                decodePlanes(ZUM_KERNEL(innerYCbCr411ToBGR_8u_P3C4R), src, dst, roi, 4, alpha))
+ZUM_EXPORT(zumiYCbCr420ToBGR_8u_P3C3R, ThreeSteppedPlanes<const Zum8u>, Pixels<Zum8u>,
+           convertRowPairs(ZUM_KERNEL(innerYCbCr420ToBGR_8u_P3C3R), src, dst, roi))
 
 // The warning is for an odd number of pairs, not of pixels.
 ZumStatus zumiYUV420ToBGR_8u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst, int dstStep,
@@ -276,11 +251,7 @@ ZumStatus zumiYUV420ToBGR_8u_P3C3R(const Zum8u* const pSrc[3], const int srcStep
   serialRowPairs(ZUM_KERNEL(ownYUV420ToBGR_8u_P3C3R), src.rows(), dst.rows(), roi);
   return roi.width / 2 % 2 || roi.height / 2 % 2 ? zumWrnOddSize : zumOk;
 }
-
-ZumStatus zumiYCrCb420ToBGR_Filter_8u_P3C4R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst, int dstStep,
-                                            ZumiSize roi, Zum8u alpha) {
-  return convertRowPairs(ZUM_KERNEL(innerYCrCb420ToBGR_Filter_8u_P3C4R), exchangedChroma(pSrc, srcStep),
-                         Pixels{pDst, dstStep}, roi, alpha);
-}
+ZUM_EXPORT_WITH(zumiYCrCb420ToBGR_Filter_8u_P3C4R, ExchangedChroma<const Zum8u>, Pixels<Zum8u>, Zum8u alpha,
+                convertRowPairs(ZUM_KERNEL(innerYCrCb420ToBGR_Filter_8u_P3C4R), src, dst, roi, alpha))
 
 #endif  // HWY_ONCE

@@ -1,7 +1,7 @@
 // BGR of 24, 32 and 16 bits to YCbCr 4:2:2, 4:2:0 and 4:1:1 and to YUV 4:2:0.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "lumachroma/bgr_encode.cc"
-#include "frame/drivers.h"
+#include "frame/exports.h"
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
 #include "lumachroma/encoders.h"
@@ -11,10 +11,6 @@
 HWY_BEFORE_NAMESPACE();
 namespace zum {
 namespace HWY_NAMESPACE {
-
-using Bgr = Reversed<Packed3<Zum8u>>;
-using Bgra = Reversed<Packed4>;
-using P3Target = PlaneRow<Zum8u, 3>;
 
 // ---- Forms
 //
@@ -348,114 +344,49 @@ ZumStatus encodeWholeSquares(const Encoders<T>& encoders, const Pixels<const T>&
 }  // namespace
 }  // namespace zum
 
-using namespace zum;
-
-ZumStatus zumiBGRToYCbCr422_8u_C3C2R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return encodeRows(ZUM_ENCODERS(bgr).packed422, Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi, 2);
-}
-
-ZumStatus zumiBGRToYCbCr422_8u_C3P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                     ZumiSize roi) {
-  return encodeRows(ZUM_ENCODERS(bgr).planes422, Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi, 2);
-}
-
-ZumStatus zumiBGRToYCbCr420_8u_C3P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                     ZumiSize roi) {
-  return encodeWholeSquares(ZUM_ENCODERS(bgr), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiBGRToYCrCb420_8u_C3P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                     ZumiSize roi) {
-  return encodeWholeSquares(ZUM_ENCODERS(bgr), Pixels{pSrc, srcStep}, exchangedChroma(pDst, dstStep), roi);
-}
-
-ZumStatus zumiBGRToYCbCr411_8u_C3P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                     ZumiSize roi) {
-  return encodeGroups(ZUM_ENCODERS(bgr).planes411, Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiBGRToYCbCr422_8u_AC4C2R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return encodeRows(ZUM_ENCODERS(bgra).packed422, Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi, 2);
-}
-
-ZumStatus zumiBGRToYCbCr422_8u_AC4P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                      ZumiSize roi) {
-  return encodeRows(ZUM_ENCODERS(bgra).planes422, Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi, 2);
-}
-
-ZumStatus zumiBGRToYCbCr420_8u_AC4P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                      ZumiSize roi) {
-  return encodeWholeSquares(ZUM_ENCODERS(bgra), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiBGRToYCrCb420_8u_AC4P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                      ZumiSize roi) {
-  return encodeWholeSquares(ZUM_ENCODERS(bgra), Pixels{pSrc, srcStep}, exchangedChroma(pDst, dstStep), roi);
-}
-
-ZumStatus zumiBGRToYCbCr411_8u_AC4P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                      ZumiSize roi) {
-  return encodeGroups(ZUM_ENCODERS(bgra).planes411, Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiBGR565ToYCbCr422_16u8u_C3C2R(const Zum16u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return encodeRows(ZUM_ENCODERS(bgr565).packed422, Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi, 2);
-}
-
-ZumStatus zumiBGR565ToYCbCr422_16u8u_C3P3R(const Zum16u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                           ZumiSize roi) {
-  return encodeRows(ZUM_ENCODERS(bgr565).planes422, Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi, 2);
-}
-
-ZumStatus zumiBGR565ToYCbCr420_16u8u_C3P3R(const Zum16u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                           ZumiSize roi) {
-  return encodeWithEdges(ZUM_ENCODERS(bgr565), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiBGR565ToYCrCb420_16u8u_C3P3R(const Zum16u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                           ZumiSize roi) {
-  return encodeWithEdges(ZUM_ENCODERS(bgr565), Pixels{pSrc, srcStep}, exchangedChroma(pDst, dstStep), roi);
-}
-
-ZumStatus zumiBGR565ToYCbCr411_16u8u_C3P3R(const Zum16u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                           ZumiSize roi) {
-  return encodeGroups(ZUM_ENCODERS(bgr565).planes411, Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiBGR565ToYUV420_16u8u_C3P3R(const Zum16u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                         ZumiSize roi) {
-  return encodeRowPairs<Zum16u>(ZUM_KERNEL(bgr565ToYuv420), nullptr, Pixels{pSrc, srcStep}, planes3(pDst, dstStep),
-                                roi);
-}
-
-ZumStatus zumiBGR555ToYCbCr422_16u8u_C3C2R(const Zum16u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return encodeRows(ZUM_ENCODERS(bgr555).packed422, Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi, 2);
-}
-
-ZumStatus zumiBGR555ToYCbCr422_16u8u_C3P3R(const Zum16u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                           ZumiSize roi) {
-  return encodeRows(ZUM_ENCODERS(bgr555).planes422, Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi, 2);
-}
-
-ZumStatus zumiBGR555ToYCbCr420_16u8u_C3P3R(const Zum16u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                           ZumiSize roi) {
-  return encodeWithEdges(ZUM_ENCODERS(bgr555), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiBGR555ToYCrCb420_16u8u_C3P3R(const Zum16u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                           ZumiSize roi) {
-  return encodeWithEdges(ZUM_ENCODERS(bgr555), Pixels{pSrc, srcStep}, exchangedChroma(pDst, dstStep), roi);
-}
-
-ZumStatus zumiBGR555ToYCbCr411_16u8u_C3P3R(const Zum16u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                           ZumiSize roi) {
-  return encodeGroups(ZUM_ENCODERS(bgr555).planes411, Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiBGR555ToYUV420_16u8u_C3P3R(const Zum16u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                         ZumiSize roi) {
-  return encodeRowPairs<Zum16u>(ZUM_KERNEL(bgr555ToYuv420), nullptr, Pixels{pSrc, srcStep}, planes3(pDst, dstStep),
-                                roi);
-}
+ZUM_EXPORT(zumiBGRToYCbCr422_8u_C3C2R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           encodeRows(ZUM_ENCODERS(bgr).packed422, src, dst, roi, 2))
+ZUM_EXPORT(zumiBGRToYCbCr422_8u_C3P3R, Pixels<const Zum8u>, ThreeSteppedPlanes<Zum8u>,
+           encodeRows(ZUM_ENCODERS(bgr).planes422, src, dst, roi, 2))
+ZUM_EXPORT(zumiBGRToYCbCr420_8u_C3P3R, Pixels<const Zum8u>, ThreeSteppedPlanes<Zum8u>,
+           encodeWholeSquares(ZUM_ENCODERS(bgr), src, dst, roi))
+ZUM_EXPORT(zumiBGRToYCrCb420_8u_C3P3R, Pixels<const Zum8u>, ExchangedChroma<Zum8u>,
+           encodeWholeSquares(ZUM_ENCODERS(bgr), src, dst, roi))
+ZUM_EXPORT(zumiBGRToYCbCr411_8u_C3P3R, Pixels<const Zum8u>, ThreeSteppedPlanes<Zum8u>,
+           encodeGroups(ZUM_ENCODERS(bgr).planes411, src, dst, roi))
+ZUM_EXPORT(zumiBGRToYCbCr422_8u_AC4C2R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           encodeRows(ZUM_ENCODERS(bgra).packed422, src, dst, roi, 2))
+ZUM_EXPORT(zumiBGRToYCbCr422_8u_AC4P3R, Pixels<const Zum8u>, ThreeSteppedPlanes<Zum8u>,
+           encodeRows(ZUM_ENCODERS(bgra).planes422, src, dst, roi, 2))
+ZUM_EXPORT(zumiBGRToYCbCr420_8u_AC4P3R, Pixels<const Zum8u>, ThreeSteppedPlanes<Zum8u>,
+           encodeWholeSquares(ZUM_ENCODERS(bgra), src, dst, roi))
+ZUM_EXPORT(zumiBGRToYCrCb420_8u_AC4P3R, Pixels<const Zum8u>, ExchangedChroma<Zum8u>,
+           encodeWholeSquares(ZUM_ENCODERS(bgra), src, dst, roi))
+ZUM_EXPORT(zumiBGRToYCbCr411_8u_AC4P3R, Pixels<const Zum8u>, ThreeSteppedPlanes<Zum8u>,
+           encodeGroups(ZUM_ENCODERS(bgra).planes411, src, dst, roi))
+ZUM_EXPORT(zumiBGR565ToYCbCr422_16u8u_C3C2R, Pixels<const Zum16u>, Pixels<Zum8u>,
+           encodeRows(ZUM_ENCODERS(bgr565).packed422, src, dst, roi, 2))
+ZUM_EXPORT(zumiBGR565ToYCbCr422_16u8u_C3P3R, Pixels<const Zum16u>, ThreeSteppedPlanes<Zum8u>,
+           encodeRows(ZUM_ENCODERS(bgr565).planes422, src, dst, roi, 2))
+ZUM_EXPORT(zumiBGR565ToYCbCr420_16u8u_C3P3R, Pixels<const Zum16u>, ThreeSteppedPlanes<Zum8u>,
+           encodeWithEdges(ZUM_ENCODERS(bgr565), src, dst, roi))
+ZUM_EXPORT(zumiBGR565ToYCrCb420_16u8u_C3P3R, Pixels<const Zum16u>, ExchangedChroma<Zum8u>,
+           encodeWithEdges(ZUM_ENCODERS(bgr565), src, dst, roi))
+ZUM_EXPORT(zumiBGR565ToYCbCr411_16u8u_C3P3R, Pixels<const Zum16u>, ThreeSteppedPlanes<Zum8u>,
+           encodeGroups(ZUM_ENCODERS(bgr565).planes411, src, dst, roi))
+ZUM_EXPORT(zumiBGR565ToYUV420_16u8u_C3P3R, Pixels<const Zum16u>, ThreeSteppedPlanes<Zum8u>,
+           encodeRowPairs<Zum16u>(ZUM_KERNEL(bgr565ToYuv420), nullptr, src, dst, roi))
+ZUM_EXPORT(zumiBGR555ToYCbCr422_16u8u_C3C2R, Pixels<const Zum16u>, Pixels<Zum8u>,
+           encodeRows(ZUM_ENCODERS(bgr555).packed422, src, dst, roi, 2))
+ZUM_EXPORT(zumiBGR555ToYCbCr422_16u8u_C3P3R, Pixels<const Zum16u>, ThreeSteppedPlanes<Zum8u>,
+           encodeRows(ZUM_ENCODERS(bgr555).planes422, src, dst, roi, 2))
+ZUM_EXPORT(zumiBGR555ToYCbCr420_16u8u_C3P3R, Pixels<const Zum16u>, ThreeSteppedPlanes<Zum8u>,
+           encodeWithEdges(ZUM_ENCODERS(bgr555), src, dst, roi))
+ZUM_EXPORT(zumiBGR555ToYCrCb420_16u8u_C3P3R, Pixels<const Zum16u>, ExchangedChroma<Zum8u>,
+           encodeWithEdges(ZUM_ENCODERS(bgr555), src, dst, roi))
+ZUM_EXPORT(zumiBGR555ToYCbCr411_16u8u_C3P3R, Pixels<const Zum16u>, ThreeSteppedPlanes<Zum8u>,
+           encodeGroups(ZUM_ENCODERS(bgr555).planes411, src, dst, roi))
+ZUM_EXPORT(zumiBGR555ToYUV420_16u8u_C3P3R, Pixels<const Zum16u>, ThreeSteppedPlanes<Zum8u>,
+           encodeRowPairs<Zum16u>(ZUM_KERNEL(bgr555ToYuv420), nullptr, src, dst, roi))
 
 #endif  // HWY_ONCE

@@ -1,7 +1,7 @@
 // RGB and BGR to and from packed CbYCr 4:2:2.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "lumachroma/cbycr422.cc"
-#include "frame/drivers.h"
+#include "frame/exports.h"
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
 
@@ -11,10 +11,6 @@
 HWY_BEFORE_NAMESPACE();
 namespace zum {
 namespace HWY_NAMESPACE {
-
-using C3 = Packed3<Zum8u>;
-using Bgra = Reversed<Packed4>;
-using CbYCr = Packed422<ChromaOrder::CbCr, FirstByte::kChroma>;
 
 // ---- Transfer curves
 
@@ -127,7 +123,7 @@ class FilteredPairs {
 template <class Curve>
 HWY_INLINE void encodeFiltered(const Zum8u* src, Zum8u* dst, int width) {
   const int pairs = width & ~1;
-  columns<C3, FilteredPairs<Curve>, CbYCr>(src, dst, 0, pairs);
+  columns<C3, FilteredPairs<Curve>, CbYCrC2>(src, dst, 0, pairs);
   if (width % 4) storeLast(dst, pairs, Curve::apply(C3::pixel(src, pairs)));
 }
 
@@ -151,7 +147,7 @@ struct TruncatedTermsOfPairs {
 // Blocks of 8, exact pairs, and a last pixel by the order of its bytes as if it were R, G, B.
 void myBGRToCbYCr422_8u_AC4C2R(const Zum8u* src, Zum8u* dst, int width) {
   const int blocks = width & ~7, pairs = width & ~1;
-  columns<Bgra, TruncatedTermsOfPairs, CbYCr>(src, dst, 0, blocks);
+  columns<Bgra, TruncatedTermsOfPairs, CbYCrC2>(src, dst, 0, blocks);
   for (int x = blocks; x < pairs; x += 2) {
     const Pixel first = Bgra::pixel(src, x), second = Bgra::pixel(src, x + 1), sum = first + second;
     storeFirst(dst + 2 * x, lumaOf(first, kLumaRounded), (cbSum(sum) + kChroma2) >> 17);
@@ -167,7 +163,7 @@ void myBGRToCbYCr422_8u_AC4C2R(const Zum8u* src, Zum8u* dst, int width) {
 template <class Dst, class Block, class... Alpha>
 HWY_INLINE void decodeRow(const Zum8u* src, Zum8u* dst, int width, const Block& block, Alpha... alpha) {
   const int blocks = width & ~7;
-  columns<CbYCr, Block, Dst>(src, dst, 0, blocks, block);
+  columns<CbYCrC2, Block, Dst>(src, dst, 0, blocks, block);
   for (int x = blocks; x < width; ++x) {
     const Zum8u* pair = src + 2 * (x & ~1);
     const int cb = pair[0], cr = (x | 1) < width ? pair[2] : x > 0 ? pair[-2] : cb;
@@ -199,9 +195,8 @@ HWY_EXPORT(myCbYCr422ToBGR_8u_C2AC4R);
 
 using namespace zum;
 
-ZumStatus zumiRGBToCbYCr422_8u_C3C2R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(myRGBToCbYCr422_8u_C3C2R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
+ZUM_EXPORT(zumiRGBToCbYCr422_8u_C3C2R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(myRGBToCbYCr422_8u_C3C2R), src, dst, roi))
 
 ZumStatus zumiRGBToCbYCr422Gamma_8u_C3C2R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
   const Pixels src{pSrc, srcStep};
@@ -210,18 +205,11 @@ ZumStatus zumiRGBToCbYCr422Gamma_8u_C3C2R(const Zum8u* pSrc, int srcStep, Zum8u*
   serialRows(ZUM_KERNEL(myRGBToCbYCr422Gamma_8u_C3C2R), src.rows(), dst.rows(), roi);
   return zumOk;
 }
-
-ZumStatus zumiBGRToCbYCr422_8u_AC4C2R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(myBGRToCbYCr422_8u_AC4C2R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiCbYCr422ToRGB_8u_C2C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(myCbYCr422ToRGB_8u_C2C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiCbYCr422ToBGR_8u_C2C4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
-                                     Zum8u alpha) {
-  return convertRows(ZUM_KERNEL(myCbYCr422ToBGR_8u_C2AC4R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi, alpha);
-}
+ZUM_EXPORT(zumiBGRToCbYCr422_8u_AC4C2R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(myBGRToCbYCr422_8u_AC4C2R), src, dst, roi))
+ZUM_EXPORT(zumiCbYCr422ToRGB_8u_C2C3R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(myCbYCr422ToRGB_8u_C2C3R), src, dst, roi))
+ZUM_EXPORT_WITH(zumiCbYCr422ToBGR_8u_C2C4R, Pixels<const Zum8u>, Pixels<Zum8u>, Zum8u alpha,
+                convertRows(ZUM_KERNEL(myCbYCr422ToBGR_8u_C2AC4R), src, dst, roi, alpha))
 
 #endif  // HWY_ONCE

@@ -15,9 +15,6 @@ HWY_BEFORE_NAMESPACE();
 namespace zum {
 namespace HWY_NAMESPACE {
 
-using YCbCrC2 = Packed422<ChromaOrder::CbCr>;
-using P3Row = PlaneRow<const Zum8u, 3>;
-
 // As the forms of 8-bit results, but truncated with green's chroma terms subtracted.
 using PackedTruncated16 = Terms<9535, 13074, 6660, 3211, Green::kSubtracted, 16523, 0, 4>;
 using PackedYuvTruncated16 = YuvTerms<9338, 4759, 3227, Green::kSubtracted, 16646, 0, 4>;

@@ -1,7 +1,7 @@
 // YCbCr and YUV to 16-bit pixels of 5-6-5, 5-5-5 and 4-4-4 bits.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "lumachroma/packed16.cc"
-#include "frame/drivers.h"
+#include "lumachroma/packed16.h"
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
 
@@ -102,7 +102,7 @@ using Kernels = Packed16Kernels<Zum16u*, RowPair<Zum16u>>;
 using Target = Pixels<Zum16u>;
 
 const Kernels& kernelsOf(Packed16Model model) { return HWY_DYNAMIC_DISPATCH(packed16Kernels)(model); }
-Target target(Zum16u* base, int step) { return samples16(base, step); }
+Target target(const Pixels<Zum16u>& given) { return samples16(given.base, given.step); }
 
 // A tight image of any size is one row: only its last pixels are converted as the last of a row.
 template <class Kernel>
@@ -116,15 +116,10 @@ void rowsOrTightRun(Kernel* kernel, int samples, Pixels<const Zum8u> src, Target
   }
 }
 
-ZumStatus fromC3(const Kernels& kernels, const Zum8u* base, int step, Target dst, ZumiSize roi) {
-  const Pixels src{base, step};
+ZumStatus fromC3(const Kernels& kernels, const Pixels<const Zum8u>& src, const Target& dst, ZumiSize roi) {
   if (const ZumStatus status = check(src, dst, roi)) return status;
   rowsOrTightRun(kernels.c3, 3, src, dst, roi);
   return zumOk;
-}
-
-ZumStatus fromP3(const Kernels& kernels, const Zum8u* const* base, int step, Target dst, ZumiSize roi) {
-  return convertRows(kernels.p3, planes3(base, step), dst, roi);
 }
 
 // Half a pair in each row gives three bytes R, G, B and no 16-bit pixel, in rows at half the step.
@@ -139,8 +134,7 @@ void convertHalfPairs(Rows<const Zum8u> src, Rows<Zum8u> dst, int height) {
   }
 }
 
-ZumStatus fromC2(const Kernels& kernels, const Zum8u* base, int step, Target dst, ZumiSize roi) {
-  const Pixels src{base, step};
+ZumStatus fromC2(const Kernels& kernels, const Pixels<const Zum8u>& src, const Target& dst, ZumiSize roi) {
   if (const ZumStatus status = check(src, dst, roi)) return status;
   if (roi.width == 1) {
     convertHalfPairs(src.rows(), {reinterpret_cast<Zum8u*>(dst.base), dst.step / 2}, roi.height);
@@ -152,21 +146,8 @@ ZumStatus fromC2(const Kernels& kernels, const Zum8u* base, int step, Target dst
   return zumOk;
 }
 
-ZumStatus from422(const Kernels& kernels, const Zum8u* const* base, const int* steps, Target dst, ZumiSize roi) {
-  return convertRows(kernels.planes422, planes3(base, steps), dst, roi);
-}
-
-ZumStatus from420(const Kernels& kernels, const Zum8u* const* base, const int* steps, Target dst, ZumiSize roi) {
-  return convertRowPairsAndLast(kernels.planes420, kernels.planes422, planes3(base, steps), dst, roi);
-}
-
-ZumStatus fromYuv420(const Kernels& kernels, const Zum8u* const* base, const int* steps, Target dst, ZumiSize roi) {
-  return convertRowPairsAndLast(kernels.planesYuv420, kernels.lastRowYuv420, planes3(base, steps), dst, roi);
-}
-
 template <class Kernel>
-ZumStatus from411(Kernel* kernel, const Zum8u* const* base, const int* steps, Target dst, ZumiSize roi) {
-  const auto src = planes3(base, steps);
+ZumStatus from411(Kernel* kernel, const ThreeSteppedPlanes<const Zum8u>& src, const Target& dst, ZumiSize roi) {
   if (const ZumStatus status = check(src, dst, roi, {4, 1})) return status;
   serialRows(kernel, src.rows(), dst.rows(), roi);
   return roi.width % 4 ? zumWrnOddSize : zumOk;
@@ -174,8 +155,6 @@ ZumStatus from411(Kernel* kernel, const Zum8u* const* base, const int* steps, Ta
 
 }  // namespace
 }  // namespace zum
-
-using namespace zum;
 
 ZUM_PACKED16_FROM_PIXELS(zumiYCbCrToRGB565_8u16u_C3R, fromC3, kRGB565)
 ZUM_PACKED16_FROM_PIXELS(zumiYCbCrToBGR565_8u16u_C3R, fromC3, kBGR565)
@@ -219,14 +198,9 @@ ZUM_PACKED16_FROM_STEPPED_PLANES(zumiYUV420ToBGR555_8u16u_P3C3R, fromYuv420, kBG
 ZUM_PACKED16_FROM_STEPPED_PLANES(zumiYUV420ToRGB444_8u16u_P3C3R, fromYuv420, kRGB444)
 ZUM_PACKED16_FROM_STEPPED_PLANES(zumiYUV420ToBGR444_8u16u_P3C3R, fromYuv420, kBGR444)
 
-ZumStatus zumiYCbCr411ToBGR565_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst, int dstStep,
-                                           ZumiSize roi) {
-  return from411(ZUM_KERNEL(innerYCbCr411ToBGR565_8u16u_P3C3R), pSrc, srcStep, target(pDst, dstStep), roi);
-}
-
-ZumStatus zumiYCbCr411ToBGR555_8u16u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum16u* pDst, int dstStep,
-                                           ZumiSize roi) {
-  return from411(ZUM_KERNEL(innerYCbCr411ToBGR555_8u16u_P3C3R), pSrc, srcStep, target(pDst, dstStep), roi);
-}
+ZUM_EXPORT(zumiYCbCr411ToBGR565_8u16u_P3C3R, ThreeSteppedPlanes<const Zum8u>, Pixels<Zum16u>,
+           from411(ZUM_KERNEL(innerYCbCr411ToBGR565_8u16u_P3C3R), src, target(dst), roi))
+ZUM_EXPORT(zumiYCbCr411ToBGR555_8u16u_P3C3R, ThreeSteppedPlanes<const Zum8u>, Pixels<Zum16u>,
+           from411(ZUM_KERNEL(innerYCbCr411ToBGR555_8u16u_P3C3R), src, target(dst), roi))
 
 #endif  // HWY_ONCE

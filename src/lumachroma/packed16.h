@@ -2,7 +2,7 @@
 #ifndef ZUM_LUMACHROMA_PACKED16_H
 #define ZUM_LUMACHROMA_PACKED16_H
 
-#include "frame/rows.h"
+#include "frame/exports.h"
 
 namespace zum {
 
@@ -35,18 +35,34 @@ struct Packed16Kernels {
   void (*lastRowYuv420)(const PlaneRow<const Zum8u, 3>& src, Row dst, int width);
 };
 
+// Conversions of a source that are the same for both.
+template <class Kernels, class Dst>
+ZumStatus fromP3(const Kernels& kernels, const ThreePlanes<const Zum8u>& src, const Dst& dst, ZumiSize roi) {
+  return convertRows(kernels.p3, src, dst, roi);
+}
+template <class Kernels, class Dst>
+ZumStatus from422(const Kernels& kernels, const ThreeSteppedPlanes<const Zum8u>& src, const Dst& dst, ZumiSize roi) {
+  return convertRows(kernels.planes422, src, dst, roi);
+}
+template <class Kernels, class Dst>
+ZumStatus from420(const Kernels& kernels, const ThreeSteppedPlanes<const Zum8u>& src, const Dst& dst, ZumiSize roi) {
+  return convertRowPairsAndLast(kernels.planes420, kernels.planes422, src, dst, roi);
+}
+template <class Kernels, class Dst>
+ZumStatus fromYuv420(const Kernels& kernels, const ThreeSteppedPlanes<const Zum8u>& src, const Dst& dst, ZumiSize roi) {
+  return convertRowPairsAndLast(kernels.planesYuv420, kernels.lastRowYuv420, src, dst, roi);
+}
+
 }  // namespace zum
 
-// An exported function: who converts it, to which model. Where it is used, kernelsOf(model) gives the kernels and
-// target(pDst, dstStep) the destination for a conversion.
-#define ZUM_PACKED16(name, Source, Step, conversion, model)                                        \
-  ZumStatus name(Source pSrc, Step srcStep, Zum16u* pDst, int dstStep, ZumiSize roi) {             \
-    return conversion(kernelsOf(Packed16Model::model), pSrc, srcStep, target(pDst, dstStep), roi); \
-  }
-#define ZUM_PACKED16_FROM_PIXELS(name, conversion, model) ZUM_PACKED16(name, const Zum8u*, int, conversion, model)
+// Exported functions: who converts them, to which model. Where they are used, kernelsOf(model) gives the kernels and
+// target(dst) the destination for a conversion.
+#define ZUM_PACKED16(name, Source, conversion, model) \
+  ZUM_EXPORT(name, Source, Pixels<Zum16u>, conversion(kernelsOf(Packed16Model::model), src, target(dst), roi))
+#define ZUM_PACKED16_FROM_PIXELS(name, conversion, model) ZUM_PACKED16(name, Pixels<const Zum8u>, conversion, model)
 #define ZUM_PACKED16_FROM_PLANES(name, conversion, model) \
-  ZUM_PACKED16(name, const Zum8u* const*, int, conversion, model)
+  ZUM_PACKED16(name, ThreePlanes<const Zum8u>, conversion, model)
 #define ZUM_PACKED16_FROM_STEPPED_PLANES(name, conversion, model) \
-  ZUM_PACKED16(name, const Zum8u* const*, const int*, conversion, model)
+  ZUM_PACKED16(name, ThreeSteppedPlanes<const Zum8u>, conversion, model)
 
 #endif

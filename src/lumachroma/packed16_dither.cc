@@ -1,9 +1,9 @@
 // YCbCr and YUV to 16-bit pixels of 5-6-5, 5-5-5 and 4-4-4 bits with ordered dither.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "lumachroma/packed16_dither.cc"
-#include "frame/drivers.h"
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
+#include "lumachroma/packed16.h"
 
 #include "lumachroma/packed16-inl.h"
 
@@ -220,36 +220,18 @@ const Kernels& kernelsOf(Packed16Model model) { return HWY_DYNAMIC_DISPATCH(dith
 struct Target : Pixels<Zum16u> {
   DitheredRows rows() const { return {Pixels<Zum16u>::rows()}; }
 };
-Target target(Zum16u* base, int step) { return {samples16(base, step)}; }
+Target target(const Pixels<Zum16u>& given) { return {samples16(given.base, given.step)}; }
 
-ZumStatus fromC3(const Kernels& kernels, const Zum8u* base, int step, Target dst, ZumiSize roi) {
-  return convertRows(kernels.c3, Pixels{base, step}, dst, roi);
+ZumStatus fromC3(const Kernels& kernels, const Pixels<const Zum8u>& src, const Target& dst, ZumiSize roi) {
+  return convertRows(kernels.c3, src, dst, roi);
 }
 
-ZumStatus fromP3(const Kernels& kernels, const Zum8u* const* base, int step, Target dst, ZumiSize roi) {
-  return convertRows(kernels.p3, planes3(base, step), dst, roi);
-}
-
-ZumStatus fromC2(const Kernels& kernels, const Zum8u* base, int step, Target dst, ZumiSize roi) {
-  return convertRows(kernels.c2, Pixels{base, step}, dst, roi);
-}
-
-ZumStatus from422(const Kernels& kernels, const Zum8u* const* base, const int* steps, Target dst, ZumiSize roi) {
-  return convertRows(kernels.planes422, planes3(base, steps), dst, roi);
-}
-
-ZumStatus from420(const Kernels& kernels, const Zum8u* const* base, const int* steps, Target dst, ZumiSize roi) {
-  return convertRowPairsAndLast(kernels.planes420, kernels.planes422, planes3(base, steps), dst, roi);
-}
-
-ZumStatus fromYuv420(const Kernels& kernels, const Zum8u* const* base, const int* steps, Target dst, ZumiSize roi) {
-  return convertRowPairsAndLast(kernels.planesYuv420, kernels.lastRowYuv420, planes3(base, steps), dst, roi);
+ZumStatus fromC2(const Kernels& kernels, const Pixels<const Zum8u>& src, const Target& dst, ZumiSize roi) {
+  return convertRows(kernels.c2, src, dst, roi);
 }
 
 }  // namespace
 }  // namespace zum
-
-using namespace zum;
 
 ZUM_PACKED16_FROM_PIXELS(zumiYCbCrToRGB565Dither_8u16u_C3R, fromC3, kRGB565)
 ZUM_PACKED16_FROM_PIXELS(zumiYCbCrToBGR565Dither_8u16u_C3R, fromC3, kBGR565)

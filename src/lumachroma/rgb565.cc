@@ -1,7 +1,7 @@
 // 8-bit pixels to and from 16-bit pixels of 5-6-5 bits. RGB and BGR are the same bytes in the same bits.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "lumachroma/rgb565.cc"
-#include "frame/drivers.h"
+#include "frame/exports.h"
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
 
@@ -53,22 +53,9 @@ ZumStatus ownRGB565ToRGB_16u8u_C3R(Pixels<const Zum16u> src, Pixels<Zum8u> dst, 
 }  // namespace
 }  // namespace zum
 
-using namespace zum;
-
-ZumStatus zumiRGBToRGB565_8u16u_C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi) {
-  return ownRGBToRGB565_8u16u_C3R({pSrc, srcStep}, {pDst, dstStep}, roi);
-}
-
-ZumStatus zumiBGRToBGR565_8u16u_C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi) {
-  return ownRGBToRGB565_8u16u_C3R({pSrc, srcStep}, {pDst, dstStep}, roi);
-}
-
-ZumStatus zumiRGB565ToRGB_16u8u_C3R(const Zum16u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return ownRGB565ToRGB_16u8u_C3R({pSrc, srcStep}, {pDst, dstStep}, roi);
-}
-
-ZumStatus zumiBGR565ToBGR_16u8u_C3R(const Zum16u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return ownRGB565ToRGB_16u8u_C3R({pSrc, srcStep}, {pDst, dstStep}, roi);
-}
+ZUM_EXPORT(zumiRGBToRGB565_8u16u_C3R, Pixels<const Zum8u>, Pixels<Zum16u>, ownRGBToRGB565_8u16u_C3R(src, dst, roi))
+ZUM_EXPORT(zumiBGRToBGR565_8u16u_C3R, Pixels<const Zum8u>, Pixels<Zum16u>, ownRGBToRGB565_8u16u_C3R(src, dst, roi))
+ZUM_EXPORT(zumiRGB565ToRGB_16u8u_C3R, Pixels<const Zum16u>, Pixels<Zum8u>, ownRGB565ToRGB_16u8u_C3R(src, dst, roi))
+ZUM_EXPORT(zumiBGR565ToBGR_16u8u_C3R, Pixels<const Zum16u>, Pixels<Zum8u>, ownRGB565ToRGB_16u8u_C3R(src, dst, roi))
 
 #endif  // HWY_ONCE

@@ -1,7 +1,7 @@
 // RGB to and from YCbCr 4:2:0.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "lumachroma/ycbcr420.cc"
-#include "frame/drivers.h"
+#include "frame/exports.h"
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
 #include "lumachroma/forms-inl.h"
@@ -11,7 +11,6 @@ HWY_BEFORE_NAMESPACE();
 namespace zum {
 namespace HWY_NAMESPACE {
 
-using C3 = Packed3<Zum8u>;
 using C3Pair = RowPairOf<C3>;
 
 // The rounded terms of 4:4:4, the chroma from the sum of four pixels at a quarter of its scale.
@@ -79,16 +78,9 @@ HWY_EXPORT(innerYCbCr420ToRGB_8u_P3C3R);
 
 }  // namespace zum
 
-using namespace zum;
-
-ZumStatus zumiRGBToYCbCr420_8u_C3P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                     ZumiSize roi) {
-  return convertRowPairs(ZUM_KERNEL(innerRGBToYCbCr420_8u_C3P3R), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiYCbCr420ToRGB_8u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst, int dstStep,
-                                     ZumiSize roi) {
-  return convertRowPairs(ZUM_KERNEL(innerYCbCr420ToRGB_8u_P3C3R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi);
-}
+ZUM_EXPORT(zumiRGBToYCbCr420_8u_C3P3R, Pixels<const Zum8u>, ThreeSteppedPlanes<Zum8u>,
+           convertRowPairs(ZUM_KERNEL(innerRGBToYCbCr420_8u_C3P3R), src, dst, roi))
+ZUM_EXPORT(zumiYCbCr420ToRGB_8u_P3C3R, ThreeSteppedPlanes<const Zum8u>, Pixels<Zum8u>,
+           convertRowPairs(ZUM_KERNEL(innerYCbCr420ToRGB_8u_P3C3R), src, dst, roi))
 
 #endif  // HWY_ONCE

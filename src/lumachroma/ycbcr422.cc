@@ -1,7 +1,7 @@
 // RGB to and from YCbCr and YCrCb 4:2:2.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "lumachroma/ycbcr422.cc"
-#include "frame/drivers.h"
+#include "frame/exports.h"
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
 #include "lumachroma/forms-inl.h"
@@ -10,13 +10,6 @@
 HWY_BEFORE_NAMESPACE();
 namespace zum {
 namespace HWY_NAMESPACE {
-
-using C3 = Packed3<Zum8u>;
-using P3 = Planes3<Zum8u>;
-using P3Row = PlaneRow<const Zum8u, 3>;
-using P3Target = PlaneRow<Zum8u, 3>;
-using YCbCr = Packed422<ChromaOrder::CbCr>;
-using YCrCb = Packed422<ChromaOrder::CrCb>;
 
 // Luma at 256 times the sample, each term and the sum truncated. Chroma from the sum of a pair at 131072 times the
 // sample, rounded to nearest.
@@ -150,43 +143,23 @@ HWY_EXPORT(innerYCrCb422ToRGB_C2_C3P2R);
 
 }  // namespace zum
 
-using namespace zum;
-
-ZumStatus zumiRGBToYCbCr422_8u_C3C2R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerRGBToYCbCr422_C3_C2R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiRGBToYCbCr422_8u_P3C2R(const Zum8u* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerRGBToYCbCr422_C3P2_C3R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiRGBToYCrCb422_8u_C3C2R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerRGBToYCrCb422_C3_C2R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiRGBToYCrCb422_8u_P3C2R(const Zum8u* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerRGBToYCrCb422_C3P2_C3R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiYCbCr422ToRGB_8u_C2C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerYCbCrToRGB422_C2_C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiYCbCr422ToRGB_8u_C2P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerYCbCr422ToRGB_C2_C3P2R), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiYCbCr422ToRGB_8u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst, int dstStep,
-                                     ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerYCbCr422ToRGB_8u_P3C3R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiYCrCb422ToRGB_8u_C2C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerYCrCbToRGB422_C2_C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiYCrCb422ToRGB_8u_C2P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerYCrCb422ToRGB_C2_C3P2R), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
+ZUM_EXPORT(zumiRGBToYCbCr422_8u_C3C2R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(innerRGBToYCbCr422_C3_C2R), src, dst, roi))
+ZUM_EXPORT(zumiRGBToYCbCr422_8u_P3C2R, ThreePlanes<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(innerRGBToYCbCr422_C3P2_C3R), src, dst, roi))
+ZUM_EXPORT(zumiRGBToYCrCb422_8u_C3C2R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(innerRGBToYCrCb422_C3_C2R), src, dst, roi))
+ZUM_EXPORT(zumiRGBToYCrCb422_8u_P3C2R, ThreePlanes<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(innerRGBToYCrCb422_C3P2_C3R), src, dst, roi))
+ZUM_EXPORT(zumiYCbCr422ToRGB_8u_C2C3R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(innerYCbCrToRGB422_C2_C3R), src, dst, roi))
+ZUM_EXPORT(zumiYCbCr422ToRGB_8u_C2P3R, Pixels<const Zum8u>, ThreePlanes<Zum8u>,
+           convertRows(ZUM_KERNEL(innerYCbCr422ToRGB_C2_C3P2R), src, dst, roi))
+ZUM_EXPORT(zumiYCbCr422ToRGB_8u_P3C3R, ThreeSteppedPlanes<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(innerYCbCr422ToRGB_8u_P3C3R), src, dst, roi))
+ZUM_EXPORT(zumiYCrCb422ToRGB_8u_C2C3R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(innerYCrCbToRGB422_C2_C3R), src, dst, roi))
+ZUM_EXPORT(zumiYCrCb422ToRGB_8u_C2P3R, Pixels<const Zum8u>, ThreePlanes<Zum8u>,
+           convertRows(ZUM_KERNEL(innerYCrCb422ToRGB_C2_C3P2R), src, dst, roi))
 
 #endif  // HWY_ONCE

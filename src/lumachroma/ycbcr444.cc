@@ -1,7 +1,7 @@
 // RGB to and from YCbCr 4:4:4.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "lumachroma/ycbcr444.cc"
-#include "frame/drivers.h"
+#include "frame/exports.h"
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
 #include "lumachroma/forms-inl.h"
@@ -9,11 +9,6 @@
 HWY_BEFORE_NAMESPACE();
 namespace zum {
 namespace HWY_NAMESPACE {
-
-using C3 = Packed3<Zum8u>;
-using P3 = Planes3<Zum8u>;
-using P3Row = PlaneRow<const Zum8u, 3>;
-using P3Target = PlaneRow<Zum8u, 3>;
 
 // A row in two column ranges: whole blocks by one form, what remains by another.
 template <class Src, class Block, class Tail, class Dst, class SrcRow, class DstRow>
@@ -68,36 +63,19 @@ HWY_EXPORT(innerYCbCrToRGB_8u_P3C3R);
 
 }  // namespace zum
 
-using namespace zum;
-
-ZumStatus zumiRGBToYCbCr_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerRGBToYCbCr_C3_C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiRGBToYCbCr_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerRGBToYCbCr_AC4R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiRGBToYCbCr_8u_P3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* const pDst[3], int dstStep,
-                                ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerRGBToYCbCr_C3P2_C3P2R), planes3(pSrc, srcStep), planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiYCbCrToRGB_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerYCbCrToRGB_C3_C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiYCbCrToRGB_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerYCbCrToRGB_AC4R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiYCbCrToRGB_8u_P3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* const pDst[3], int dstStep,
-                                ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerYCbCrToRGB_C3P2_C3P2R), planes3(pSrc, srcStep), planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiYCbCrToRGB_8u_P3C3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerYCbCrToRGB_8u_P3C3R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi);
-}
+ZUM_EXPORT(zumiRGBToYCbCr_8u_C3R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(innerRGBToYCbCr_C3_C3R), src, dst, roi))
+ZUM_EXPORT(zumiRGBToYCbCr_8u_AC4R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(innerRGBToYCbCr_AC4R), src, dst, roi))
+ZUM_EXPORT(zumiRGBToYCbCr_8u_P3R, ThreePlanes<const Zum8u>, ThreePlanes<Zum8u>,
+           convertRows(ZUM_KERNEL(innerRGBToYCbCr_C3P2_C3P2R), src, dst, roi))
+ZUM_EXPORT(zumiYCbCrToRGB_8u_C3R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(innerYCbCrToRGB_C3_C3R), src, dst, roi))
+ZUM_EXPORT(zumiYCbCrToRGB_8u_AC4R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(innerYCbCrToRGB_AC4R), src, dst, roi))
+ZUM_EXPORT(zumiYCbCrToRGB_8u_P3R, ThreePlanes<const Zum8u>, ThreePlanes<Zum8u>,
+           convertRows(ZUM_KERNEL(innerYCbCrToRGB_C3P2_C3P2R), src, dst, roi))
+ZUM_EXPORT(zumiYCbCrToRGB_8u_P3C3R, ThreePlanes<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(innerYCbCrToRGB_8u_P3C3R), src, dst, roi))
 
 #endif  // HWY_ONCE

@@ -1,7 +1,7 @@
 // RGB to and from YUV 4:4:4, 4:2:2 and 4:2:0.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "lumachroma/yuv.cc"
-#include "frame/drivers.h"
+#include "frame/exports.h"
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
 
@@ -11,13 +11,6 @@
 HWY_BEFORE_NAMESPACE();
 namespace zum {
 namespace HWY_NAMESPACE {
-
-using C2 = Packed422<ChromaOrder::CbCr>;
-using C3 = Packed3<Zum8u>;
-using P3 = Planes3<Zum8u>;
-using AC4 = ThreeOf4<Zum8u>;
-using P3Row = PlaneRow<const Zum8u, 3>;
-using P3Target = PlaneRow<Zum8u, 3>;
 
 // Three channels and zeros in a fourth.
 struct C3And0 : Packed4 {
@@ -249,7 +242,7 @@ void innerRGBToYUV_8u_C3P3R(const Zum8u* src, const P3Target& dst, int width) {
 // An odd last pixel has half a pair: Y and U.
 void innerRGBToYUV422_8u_C3C2R(const Zum8u* src, Zum8u* dst, int width) {
   const int pairs = width & ~1;
-  columns<C3, TwiceLumaOfTwo, C2>(src, dst, 0, pairs);
+  columns<C3, TwiceLumaOfTwo, YCbCrC2>(src, dst, 0, pairs);
   if (pairs < width) {
     const Yuv last = twiceLuma(C3::pixel(src, pairs));
     dst[2 * pairs] = static_cast<Zum8u>(last.y);
@@ -339,7 +332,7 @@ void innerYUVToRGB_8u_P3C3R(const P3Row& src, Zum8u* dst, int width) {
 // serves as both.
 void innerYUV422ToRGB_8u_C2C3R(const Zum8u* src, Zum8u* dst, int width) {
   const int pairs = width & ~1;
-  columns<C2, OnPairs<YuvTruncated2>, C3>(src, dst, 0, pairs);
+  columns<YCbCrC2, OnPairs<YuvTruncated2>, C3>(src, dst, 0, pairs);
   if (pairs < width) {
     const Zum8u* y = src + 2 * pairs;
     C3::setPixel(dst, pairs, width > 1 ? CoarseYuvPixel::rgb(y[0], y[1], y[-1]) : FineYuvPixel::rgb(y[0], y[1], y[1]));
@@ -420,53 +413,28 @@ HWY_EXPORT(innerYUV420ToRGB_8u_P3AC4R);
 
 using namespace zum;
 
-ZumStatus zumiRGBToYUV_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerRGBToYUV_8u_C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiRGBToYUV_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerRGBToYUV_8u_AC4R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiRGBToYUV_8u_P3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* const pDst[3], int dstStep,
-                              ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerRGBToYUV_8u_P3R), planes3(pSrc, srcStep), planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiRGBToYUV_8u_C3P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerRGBToYUV_8u_C3P3R), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiYUVToRGB_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerYUVToRGB_8u_C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiYUVToRGB_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerYUVToRGB_8u_AC4R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiYUVToRGB_8u_P3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* const pDst[3], int dstStep,
-                              ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerYUVToRGB_8u_P3R), planes3(pSrc, srcStep), planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiYUVToRGB_8u_P3C3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerYUVToRGB_8u_P3C3R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiRGBToYUV422_8u_C3C2R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerRGBToYUV422_8u_C3C2R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiRGBToYUV422_8u_C3P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                   ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerRGBToYUV422_8u_C3P3R), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiRGBToYUV422_8u_P3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                 ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerRGBToYUV422_8u_P3R), planes3(pSrc, srcStep), planes3(pDst, dstStep), roi);
-}
+ZUM_EXPORT(zumiRGBToYUV_8u_C3R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(innerRGBToYUV_8u_C3R), src, dst, roi))
+ZUM_EXPORT(zumiRGBToYUV_8u_AC4R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(innerRGBToYUV_8u_AC4R), src, dst, roi))
+ZUM_EXPORT(zumiRGBToYUV_8u_P3R, ThreePlanes<const Zum8u>, ThreePlanes<Zum8u>,
+           convertRows(ZUM_KERNEL(innerRGBToYUV_8u_P3R), src, dst, roi))
+ZUM_EXPORT(zumiRGBToYUV_8u_C3P3R, Pixels<const Zum8u>, ThreePlanes<Zum8u>,
+           convertRows(ZUM_KERNEL(innerRGBToYUV_8u_C3P3R), src, dst, roi))
+ZUM_EXPORT(zumiYUVToRGB_8u_C3R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(innerYUVToRGB_8u_C3R), src, dst, roi))
+ZUM_EXPORT(zumiYUVToRGB_8u_AC4R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(innerYUVToRGB_8u_AC4R), src, dst, roi))
+ZUM_EXPORT(zumiYUVToRGB_8u_P3R, ThreePlanes<const Zum8u>, ThreePlanes<Zum8u>,
+           convertRows(ZUM_KERNEL(innerYUVToRGB_8u_P3R), src, dst, roi))
+ZUM_EXPORT(zumiYUVToRGB_8u_P3C3R, ThreePlanes<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(innerYUVToRGB_8u_P3C3R), src, dst, roi))
+ZUM_EXPORT(zumiRGBToYUV422_8u_C3C2R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(innerRGBToYUV422_8u_C3C2R), src, dst, roi))
+ZUM_EXPORT(zumiRGBToYUV422_8u_C3P3R, Pixels<const Zum8u>, ThreeSteppedPlanes<Zum8u>,
+           convertRows(ZUM_KERNEL(innerRGBToYUV422_8u_C3P3R), src, dst, roi))
+ZUM_EXPORT(zumiRGBToYUV422_8u_P3R, ThreePlanes<const Zum8u>, ThreeSteppedPlanes<Zum8u>,
+           convertRows(ZUM_KERNEL(innerRGBToYUV422_8u_P3R), src, dst, roi))
 
 ZumStatus zumiRGBToYUV422_8u_C3P3(const Zum8u* pSrc, Zum8u* const pDst[3], ZumiSize roi) {
   return convertTightRows(ZUM_KERNEL(innerRGBToYUV422_8u_C3P3R), TightPixels{pSrc, 3, roi.width},
@@ -477,25 +445,14 @@ ZumStatus zumiRGBToYUV422_8u_P3(const Zum8u* const pSrc[3], Zum8u* const pDst[3]
   return convertTightRows(ZUM_KERNEL(innerRGBToYUV422_8u_P3R), tightFullPlanes3(pSrc, roi.width),
                           tightHalfPlanes3<OddPixel::kOwnSample>(pDst, roi.width), roi);
 }
-
-ZumStatus zumiYUV422ToRGB_8u_C2C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerYUV422ToRGB_8u_C2C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiYUV422ToRGB_8u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst, int dstStep,
-                                   ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerYUV422ToRGB_8u_P3C3R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiYUV422ToRGB_8u_P3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* const pDst[3], int dstStep,
-                                 ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerYUV422ToRGB_8u_P3R), planes3(pSrc, srcStep), planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiYUV422ToRGB_8u_P3AC4R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst, int dstStep,
-                                    ZumiSize roi) {
-  return convertRows(ZUM_KERNEL(innerYUV422ToRGB_8u_P3AC4R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi);
-}
+ZUM_EXPORT(zumiYUV422ToRGB_8u_C2C3R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(innerYUV422ToRGB_8u_C2C3R), src, dst, roi))
+ZUM_EXPORT(zumiYUV422ToRGB_8u_P3C3R, ThreeSteppedPlanes<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(innerYUV422ToRGB_8u_P3C3R), src, dst, roi))
+ZUM_EXPORT(zumiYUV422ToRGB_8u_P3R, ThreeSteppedPlanes<const Zum8u>, ThreePlanes<Zum8u>,
+           convertRows(ZUM_KERNEL(innerYUV422ToRGB_8u_P3R), src, dst, roi))
+ZUM_EXPORT(zumiYUV422ToRGB_8u_P3AC4R, ThreeSteppedPlanes<const Zum8u>, Pixels<Zum8u>,
+           convertRows(ZUM_KERNEL(innerYUV422ToRGB_8u_P3AC4R), src, dst, roi))
 
 ZumStatus zumiYUV422ToRGB_8u_P3C3(const Zum8u* const pSrc[3], Zum8u* pDst, ZumiSize roi) {
   return convertTightRows(ZUM_KERNEL(innerYUV422ToRGB_8u_P3C3R),
@@ -507,16 +464,10 @@ ZumStatus zumiYUV422ToRGB_8u_P3(const Zum8u* const pSrc[3], Zum8u* const pDst[3]
   return convertTightRows(ZUM_KERNEL(innerYUV422ToRGB_8u_P3R), tightHalfPlanes3<OddPixel::kOwnSample>(pSrc, roi.width),
                           tightFullPlanes3(pDst, roi.width), roi);
 }
-
-ZumStatus zumiRGBToYUV420_8u_C3P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                   ZumiSize roi) {
-  return convertRowPairs(ZUM_KERNEL(innerRGBToYUV420_8u_C3P3R), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiRGBToYUV420_8u_P3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* const pDst[3], const int dstStep[3],
-                                 ZumiSize roi) {
-  return convertRowPairs(ZUM_KERNEL(innerRGBToYUV420_8u_P3R), fullPlanes3(pSrc, srcStep), planes3(pDst, dstStep), roi);
-}
+ZUM_EXPORT(zumiRGBToYUV420_8u_C3P3R, Pixels<const Zum8u>, ThreeSteppedPlanes<Zum8u>,
+           convertRowPairs(ZUM_KERNEL(innerRGBToYUV420_8u_C3P3R), src, dst, roi))
+ZUM_EXPORT(zumiRGBToYUV420_8u_P3R, FullPlanes<const Zum8u>, ThreeSteppedPlanes<Zum8u>,
+           convertRowPairs(ZUM_KERNEL(innerRGBToYUV420_8u_P3R), src, dst, roi))
 
 ZumStatus zumiRGBToYUV420_8u_C3P3(const Zum8u* pSrc, Zum8u* const pDst[3], ZumiSize roi) {
   return convertRowPairs(ZUM_KERNEL(innerRGBToYUV420_8u_C3P3R), TightPixels{pSrc, 3, roi.width},
@@ -527,21 +478,12 @@ ZumStatus zumiRGBToYUV420_8u_P3(const Zum8u* const pSrc[3], Zum8u* const pDst[3]
   return convertRowPairs(ZUM_KERNEL(innerRGBToYUV420_8u_P3R), tightFullPlanes3(pSrc, roi.width),
                          tightHalfPlanes3<OddPixel::kNone>(pDst, roi.width), roi);
 }
-
-ZumStatus zumiYUV420ToRGB_8u_P3C3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst, int dstStep,
-                                   ZumiSize roi) {
-  return convertRowPairs(ZUM_KERNEL(innerYUV420ToRGB_8u_P3C3R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiYUV420ToRGB_8u_P3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* const pDst[3], int dstStep,
-                                 ZumiSize roi) {
-  return convertRowPairs(ZUM_KERNEL(innerYUV420ToRGB_8u_P3R), planes3(pSrc, srcStep), fullPlanes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiYUV420ToRGB_8u_P3AC4R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst, int dstStep,
-                                    ZumiSize roi) {
-  return convertRowPairs(ZUM_KERNEL(innerYUV420ToRGB_8u_P3AC4R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi);
-}
+ZUM_EXPORT(zumiYUV420ToRGB_8u_P3C3R, ThreeSteppedPlanes<const Zum8u>, Pixels<Zum8u>,
+           convertRowPairs(ZUM_KERNEL(innerYUV420ToRGB_8u_P3C3R), src, dst, roi))
+ZUM_EXPORT(zumiYUV420ToRGB_8u_P3R, ThreeSteppedPlanes<const Zum8u>, FullPlanes<Zum8u>,
+           convertRowPairs(ZUM_KERNEL(innerYUV420ToRGB_8u_P3R), src, dst, roi))
+ZUM_EXPORT(zumiYUV420ToRGB_8u_P3AC4R, ThreeSteppedPlanes<const Zum8u>, Pixels<Zum8u>,
+           convertRowPairs(ZUM_KERNEL(innerYUV420ToRGB_8u_P3AC4R), src, dst, roi))
 
 ZumStatus zumiYUV420ToRGB_8u_P3C3(const Zum8u* const pSrc[3], Zum8u* pDst, ZumiSize roi) {
   return convertRowPairs(ZUM_KERNEL(innerYUV420ToRGB_8u_P3C3R), tightHalfPlanes3<OddPixel::kNone>(pSrc, roi.width),

@@ -73,22 +73,13 @@ constexpr RootPlanes rootPlanes(const CubeRoots& table) {
 
 // The parts of a vector of bytes, each byte replaced by the float that the planes have for its low 7 bits.
 HWY_INLINE std::array<VF32, 4> lookUp(const std::uint8_t (&planes)[4][kCubeRootCells], VU8 i) {
-  const Tag<std::uint8_t> d;
-  const Tag<std::uint16_t> d16;
   const Tag<float> to;
   const auto plane = [&](int byte) HWY_ATTR {
     const std::uint8_t* const p = planes[byte];
     return VU8{_mm512_permutex2var_epi8(_mm512_load_si512(p), i.raw, _mm512_load_si512(p + 64))};
   };
-  const VU8 b0 = plane(0), b1 = plane(1), b2 = plane(2), b3 = plane(3);
-  const VU16 lower01 = hn::BitCast(d16, hn::InterleaveLower(d, b0, b1)),
-             upper01 = hn::BitCast(d16, hn::InterleaveUpper(d, b0, b1)),
-             lower23 = hn::BitCast(d16, hn::InterleaveLower(d, b2, b3)),
-             upper23 = hn::BitCast(d16, hn::InterleaveUpper(d, b2, b3));
-  return {hn::BitCast(to, hn::InterleaveLower(d16, lower01, lower23)),
-          hn::BitCast(to, hn::InterleaveUpper(d16, lower01, lower23)),
-          hn::BitCast(to, hn::InterleaveLower(d16, upper01, upper23)),
-          hn::BitCast(to, hn::InterleaveUpper(d16, upper01, upper23))};
+  const auto parts = interleaved4(plane(0), plane(1), plane(2), plane(3));
+  return {hn::BitCast(to, parts[0]), hn::BitCast(to, parts[1]), hn::BitCast(to, parts[2]), hn::BitCast(to, parts[3])};
 }
 
 // The points of cells, by the low 7 bits of those from 0 to 255.

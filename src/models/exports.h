@@ -4,33 +4,31 @@
 #ifndef ZUM_MODELS_EXPORTS_H
 #define ZUM_MODELS_EXPORTS_H
 
-#include "frame/drivers.h"
+#include "frame/exports.h"
 
 namespace zum {
 
 template <class T>
-Pixels<T> inSamples(T* base, int step) {
+Pixels<T> inSamples(const Pixels<T>& given) {
   if constexpr (sizeof(T) == 1) {
-    return {base, step};
+    return given;
   } else if constexpr (sizeof(T) == 2) {
-    return samples16(base, step);
+    return samples16(given.base, given.step);
   } else {
-    return samples32(base, step);
+    return samples32(given.base, given.step);
   }
 }
-inline auto inSamples(const Zum16s* base, int step) { return fromLowest(base, step); }
-inline auto inSamples(Zum16s* base, int step) { return fromLowest(base, step); }
+inline auto inSamples(const Pixels<const Zum16s>& given) { return fromLowest(given.base, given.step); }
+inline auto inSamples(const Pixels<Zum16s>& given) { return fromLowest(given.base, given.step); }
 
 }  // namespace zum
 
 // An exported function, by its row kernel. For use where HWY_EXPORT is.
-#define ZUM_MODEL_FUNCTION(name, kernel, T)                                                                    \
-  namespace zum {                                                                                              \
-  HWY_EXPORT(kernel);                                                                                          \
-  }                                                                                                            \
-  ZumStatus name(const T* pSrc, int srcStep, T* pDst, int dstStep, ZumiSize roi) {                             \
-    using namespace zum;                                                                                       \
-    return convertRowsInParallel(ZUM_KERNEL(kernel), inSamples(pSrc, srcStep), inSamples(pDst, dstStep), roi); \
-  }
+#define ZUM_MODEL_FUNCTION(name, kernel, T)    \
+  namespace zum {                              \
+  HWY_EXPORT(kernel);                          \
+  }                                            \
+  ZUM_EXPORT(name, Pixels<const T>, Pixels<T>, \
+             convertRowsInParallel(ZUM_KERNEL(kernel), inSamples(src), inSamples(dst), roi))
 
 #endif

@@ -162,18 +162,14 @@ auto weightsFor(const Zum32f* given) {
 }  // namespace zum
 
 // The function with the default weights and the one with the caller's, by their row kernel.
-#define ZUM_GRAY_FUNCTIONS(name, weightedName, kernel, T)                                                          \
-  namespace zum {                                                                                                  \
-  HWY_EXPORT(kernel);                                                                                              \
-  }                                                                                                                \
-  ZumStatus name(const T* pSrc, int srcStep, T* pDst, int dstStep, ZumiSize roi) {                                 \
-    return weightedName(pSrc, srcStep, pDst, dstStep, roi, nullptr);                                               \
-  }                                                                                                                \
-  ZumStatus weightedName(const T* pSrc, int srcStep, T* pDst, int dstStep, ZumiSize roi, const Zum32f* pWeights) { \
-    using namespace zum;                                                                                           \
-    return convertRows(ZUM_KERNEL(kernel), inSamples(pSrc, srcStep), inSamples(pDst, dstStep), roi,                \
-                       weightsFor<T>(pWeights));                                                                   \
-  }
+#define ZUM_GRAY_FUNCTIONS(name, weightedName, kernel, T)                                                  \
+  namespace zum {                                                                                          \
+  HWY_EXPORT(kernel);                                                                                      \
+  }                                                                                                        \
+  ZUM_EXPORT(name, Pixels<const T>, Pixels<T>,                                                             \
+             convertRows(ZUM_KERNEL(kernel), inSamples(src), inSamples(dst), roi, weightsFor<T>(nullptr))) \
+  ZUM_EXPORT_WITH(weightedName, Pixels<const T>, Pixels<T>, const Zum32f* pWeights,                        \
+                  convertRows(ZUM_KERNEL(kernel), inSamples(src), inSamples(dst), roi, weightsFor<T>(pWeights)))
 
 ZUM_GRAY_FUNCTIONS(zumiRGBToGray_8u_C3C1R, zumiColorToGray_8u_C3C1R, innerRGBToGray_8u_C3C1R, Zum8u)
 ZUM_GRAY_FUNCTIONS(zumiRGBToGray_8u_AC4C1R, zumiColorToGray_8u_AC4C1R, innerRGBToGray_8u_AC4C1R, Zum8u)

@@ -1,7 +1,7 @@
 // BGR, interleaved or planar, to and from hue, lightness, saturation.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "models/hls_bgr.cc"
-#include "frame/drivers.h"
+#include "frame/exports.h"
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
 
@@ -105,76 +105,40 @@ HWY_EXPORT(innerHLSToBGR_8u_P3R);
 HWY_EXPORT(innerHLSToBGR_8u_P3C3R);
 HWY_EXPORT(innerHLSToBGR_8u_C3P3R);
 
-// Threads are asked for however small the image.
+// Steps are checked before the size.
 template <class Kernel, class Src, class Dst>
 static ZumStatus convert(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) {
-  if (const ZumStatus status = checkStepsBeforeSize(src, dst, roi)) return status;
-  parallelRows(kernel, src.rows(), dst.rows(), roi);
-  return zumOk;
+  return convertInParallelUnless(checkStepsBeforeSize(src, dst, roi), kernel, src, dst, roi);
 }
 
 }  // namespace zum
 
-using namespace zum;
+ZUM_EXPORT(zumiBGRToHLS_8u_AC4R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           convertInParallelUnless(checkWithSteps(src, dst, roi), ZUM_KERNEL(innerBGRToHLS_8u_AC4R), src, dst, roi))
+ZUM_EXPORT(zumiBGRToHLS_8u_AP4R, FourPlanes<const Zum8u>, FourPlanes<Zum8u>,
+           convert(ZUM_KERNEL(innerBGRToHLS_8u_AP4R), src, dst, roi))
+ZUM_EXPORT(zumiBGRToHLS_8u_AP4C4R, FourPlanes<const Zum8u>, Pixels<Zum8u>,
+           convert(ZUM_KERNEL(innerBGRToHLS_8u_AP4C4R), src, dst, roi))
+ZUM_EXPORT(zumiBGRToHLS_8u_AC4P4R, Pixels<const Zum8u>, FourPlanes<Zum8u>,
+           convert(ZUM_KERNEL(innerBGRToHLS_8u_AC4P4R), src, dst, roi))
+ZUM_EXPORT(zumiBGRToHLS_8u_P3R, ThreePlanes<const Zum8u>, ThreePlanes<Zum8u>,
+           convert(ZUM_KERNEL(innerBGRToHLS_8u_P3R), src, dst, roi))
+ZUM_EXPORT(zumiBGRToHLS_8u_P3C3R, ThreePlanes<const Zum8u>, Pixels<Zum8u>,
+           convert(ZUM_KERNEL(innerBGRToHLS_8u_P3C3R), src, dst, roi))
+ZUM_EXPORT(zumiBGRToHLS_8u_C3P3R, Pixels<const Zum8u>, ThreePlanes<Zum8u>,
+           convert(ZUM_KERNEL(innerBGRToHLS_8u_C3P3R), src, dst, roi))
 
-ZumStatus zumiBGRToHLS_8u_AC4R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  const Pixels src{pSrc, srcStep};
-  const Pixels dst{pDst, dstStep};
-  if (const ZumStatus status = checkWithSteps(src, dst, roi)) return status;
-  parallelRows(ZUM_KERNEL(innerBGRToHLS_8u_AC4R), src.rows(), dst.rows(), roi);
-  return zumOk;
-}
-
-ZumStatus zumiBGRToHLS_8u_AP4R(const Zum8u* const pSrc[4], int srcStep, Zum8u* const pDst[4], int dstStep,
-                               ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerBGRToHLS_8u_AP4R), planes4(pSrc, srcStep), planes4(pDst, dstStep), roi);
-}
-
-ZumStatus zumiBGRToHLS_8u_AP4C4R(const Zum8u* const pSrc[4], int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerBGRToHLS_8u_AP4C4R), planes4(pSrc, srcStep), Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiBGRToHLS_8u_AC4P4R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[4], int dstStep, ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerBGRToHLS_8u_AC4P4R), Pixels{pSrc, srcStep}, planes4(pDst, dstStep), roi);
-}
-
-ZumStatus zumiBGRToHLS_8u_P3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* const pDst[3], int dstStep,
-                              ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerBGRToHLS_8u_P3R), planes3(pSrc, srcStep), planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiBGRToHLS_8u_P3C3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerBGRToHLS_8u_P3C3R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiBGRToHLS_8u_C3P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], int dstStep, ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerBGRToHLS_8u_C3P3R), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiHLSToBGR_8u_AP4R(const Zum8u* const pSrc[4], int srcStep, Zum8u* const pDst[4], int dstStep,
-                               ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerHLSToBGR_8u_AP4R), planes4(pSrc, srcStep), planes4(pDst, dstStep), roi);
-}
-
-ZumStatus zumiHLSToBGR_8u_AP4C4R(const Zum8u* const pSrc[4], int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerHLSToBGR_8u_AP4C4R), planes4(pSrc, srcStep), Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiHLSToBGR_8u_AC4P4R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[4], int dstStep, ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerHLSToBGR_8u_AC4P4R), Pixels{pSrc, srcStep}, planes4(pDst, dstStep), roi);
-}
-
-ZumStatus zumiHLSToBGR_8u_P3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* const pDst[3], int dstStep,
-                              ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerHLSToBGR_8u_P3R), planes3(pSrc, srcStep), planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiHLSToBGR_8u_P3C3R(const Zum8u* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerHLSToBGR_8u_P3C3R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiHLSToBGR_8u_C3P3R(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], int dstStep, ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerHLSToBGR_8u_C3P3R), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
+ZUM_EXPORT(zumiHLSToBGR_8u_AP4R, FourPlanes<const Zum8u>, FourPlanes<Zum8u>,
+           convert(ZUM_KERNEL(innerHLSToBGR_8u_AP4R), src, dst, roi))
+ZUM_EXPORT(zumiHLSToBGR_8u_AP4C4R, FourPlanes<const Zum8u>, Pixels<Zum8u>,
+           convert(ZUM_KERNEL(innerHLSToBGR_8u_AP4C4R), src, dst, roi))
+ZUM_EXPORT(zumiHLSToBGR_8u_AC4P4R, Pixels<const Zum8u>, FourPlanes<Zum8u>,
+           convert(ZUM_KERNEL(innerHLSToBGR_8u_AC4P4R), src, dst, roi))
+ZUM_EXPORT(zumiHLSToBGR_8u_P3R, ThreePlanes<const Zum8u>, ThreePlanes<Zum8u>,
+           convert(ZUM_KERNEL(innerHLSToBGR_8u_P3R), src, dst, roi))
+ZUM_EXPORT(zumiHLSToBGR_8u_P3C3R, ThreePlanes<const Zum8u>, Pixels<Zum8u>,
+           convert(ZUM_KERNEL(innerHLSToBGR_8u_P3C3R), src, dst, roi))
+ZUM_EXPORT(zumiHLSToBGR_8u_C3P3R, Pixels<const Zum8u>, ThreePlanes<Zum8u>,
+           convert(ZUM_KERNEL(innerHLSToBGR_8u_C3P3R), src, dst, roi))
 
 #endif  // HWY_ONCE

@@ -1,7 +1,7 @@
 // BGR to and from L*a*b*, in bytes or with 16 bits.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "models/lab.cc"
-#include "frame/drivers.h"
+#include "frame/exports.h"
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
 #include "models/cie.h"
@@ -213,32 +213,15 @@ HWY_EXPORT(innerLabToBGR_8u_C3R);
 HWY_EXPORT(innerBGRToLab_8u16u_C3R);
 HWY_EXPORT(innerLabToBGR_16u8u_C3R);
 
-// Rows divided among threads, however few they are.
-template <class Kernel, class Src, class Dst>
-static ZumStatus convert(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi) {
-  if (const ZumStatus status = check(src, dst, roi)) return status;
-  parallelRows(kernel, src.rows(), dst.rows(), roi);
-  return zumOk;
-}
-
 }  // namespace zum
 
-using namespace zum;
-
-ZumStatus zumiBGRToLab_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerBGRToLab_8u_C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiLabToBGR_8u_C3R(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerLabToBGR_8u_C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiBGRToLab_8u16u_C3R(const Zum8u* pSrc, int srcStep, Zum16u* pDst, int dstStep, ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerBGRToLab_8u16u_C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiLabToBGR_16u8u_C3R(const Zum16u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerLabToBGR_16u8u_C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
+ZUM_EXPORT(zumiBGRToLab_8u_C3R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           convertInParallelUnless(check(src, dst, roi), ZUM_KERNEL(innerBGRToLab_8u_C3R), src, dst, roi))
+ZUM_EXPORT(zumiLabToBGR_8u_C3R, Pixels<const Zum8u>, Pixels<Zum8u>,
+           convertInParallelUnless(check(src, dst, roi), ZUM_KERNEL(innerLabToBGR_8u_C3R), src, dst, roi))
+ZUM_EXPORT(zumiBGRToLab_8u16u_C3R, Pixels<const Zum8u>, Pixels<Zum16u>,
+           convertInParallelUnless(check(src, dst, roi), ZUM_KERNEL(innerBGRToLab_8u16u_C3R), src, dst, roi))
+ZUM_EXPORT(zumiLabToBGR_16u8u_C3R, Pixels<const Zum16u>, Pixels<Zum8u>,
+           convertInParallelUnless(check(src, dst, roi), ZUM_KERNEL(innerLabToBGR_16u8u_C3R), src, dst, roi))
 
 #endif  // HWY_ONCE

@@ -398,14 +398,9 @@ HWY_EXPORT(innerRGBToLUV_32f_C3R);
 HWY_EXPORT(innerRGBToLUV_32f_AC4R);
 }  // namespace zum
 
-using namespace zum;
-
-ZumStatus zumiRGBToLUV_32f_C3R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi) {
-  return convertRowsInParallel(ZUM_KERNEL(innerRGBToLUV_32f_C3R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiRGBToLUV_32f_AC4R(const Zum32f* pSrc, int srcStep, Zum32f* pDst, int dstStep, ZumiSize roi) {
-  return convertRowsInParallel(ZUM_KERNEL(innerRGBToLUV_32f_AC4R), Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);
-}
+ZUM_EXPORT(zumiRGBToLUV_32f_C3R, Pixels<const Zum32f>, Pixels<Zum32f>,
+           convertRowsInParallel(ZUM_KERNEL(innerRGBToLUV_32f_C3R), src, dst, roi))
+ZUM_EXPORT(zumiRGBToLUV_32f_AC4R, Pixels<const Zum32f>, Pixels<Zum32f>,
+           convertRowsInParallel(ZUM_KERNEL(innerRGBToLUV_32f_AC4R), src, dst, roi))
 
 #endif  // HWY_ONCE

@@ -6,8 +6,9 @@
 #include "hwy/highway.h"
 #include "models/exports.h"
 
+#include "frame/fixed-inl.h"
 #include "frame/float-inl.h"
-#include "lumachroma/forms-inl.h"
+#include "frame/layouts-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace zum {

@@ -260,10 +260,6 @@ HWY_INLINE bool byTables(const Rows<const Zum8u>& src, const Rows<Zum8u>& dst, i
 
 // ---- Noise
 
-struct FourRows {
-  VF32 r0, r1, r2, r3;
-};
-
 // Four floats at each of the addresses of the blocks.
 template <class Address>
 HWY_INLINE VF32 blocksOf(const Address& address) {
@@ -282,23 +278,13 @@ HWY_INLINE VF32 blocksOf(const Address& address) {
 }
 
 // The noise of as many pixels as there are lanes, in four rows.
-HWY_INLINE FourRows noiseAt(const NoiseField& noise, int x, int y) {
+HWY_INLINE std::array<VF32, 4> noiseAt(const NoiseField& noise, int x, int y) {
   const float* const row = noise.fromRow(y);
   const Zum16s* const places = noise.placesFrom(x);
   const auto columnsFrom = [&](int first) HWY_ATTR {
     return blocksOf([&](int block) { return row + places[4 * block + first]; });
   };
-  const Tag<float> d;
-  const Tag<double> d64;
-  const VF32 c0 = columnsFrom(0), c1 = columnsFrom(1), c2 = columnsFrom(2), c3 = columnsFrom(3);
-  const auto lower01 = hn::BitCast(d64, hn::InterleaveLower(d, c0, c1)),
-             upper01 = hn::BitCast(d64, hn::InterleaveUpper(d, c0, c1)),
-             lower23 = hn::BitCast(d64, hn::InterleaveLower(d, c2, c3)),
-             upper23 = hn::BitCast(d64, hn::InterleaveUpper(d, c2, c3));
-  return {hn::BitCast(d, hn::InterleaveLower(d64, lower01, lower23)),
-          hn::BitCast(d, hn::InterleaveUpper(d64, lower01, lower23)),
-          hn::BitCast(d, hn::InterleaveLower(d64, upper01, upper23)),
-          hn::BitCast(d, hn::InterleaveUpper(d64, upper01, upper23))};
+  return interleaved4(columnsFrom(0), columnsFrom(1), columnsFrom(2), columnsFrom(3));
 }
 
 // Every lane `samples` times.
@@ -331,11 +317,8 @@ HWY_INLINE void noisyThresholds(const NoisyDither& noisy, int x, int y, int pixe
     storeRepeated<samples>((hn::LoadDup128(d, kPattern[(y + r) & 3]) + noise) * step, to[r] + samples * i);
   };
   for (int i = 0; i < pixels; i += static_cast<int>(kLanes<float>)) {
-    const FourRows noise = noiseAt(noisy.noise, x + i, y);
-    store(noise.r0, 0, i);
-    store(noise.r1, 1, i);
-    store(noise.r2, 2, i);
-    store(noise.r3, 3, i);
+    const auto noise = noiseAt(noisy.noise, x + i, y);
+    for (int r = 0; r < 4; ++r) store(noise[r], r, i);
   }
 }
 

@@ -88,19 +88,6 @@ HWY_INLINE VF32 moveDown(VF32 v, VF32 next) {
 using D4 = hn::FixedTag<std::int32_t, 4>;
 using V4 = hn::Vec<D4>;
 
-HWY_INLINE void transpose(V4& r0, V4& r1, V4& r2, V4& r3) {
-  const D4 d;
-  const hn::Repartition<std::uint64_t, D4> pairs;
-  const auto low01 = hn::BitCast(pairs, hn::InterleaveLower(d, r0, r1)),
-             low23 = hn::BitCast(pairs, hn::InterleaveLower(d, r2, r3)),
-             high01 = hn::BitCast(pairs, hn::InterleaveUpper(d, r0, r1)),
-             high23 = hn::BitCast(pairs, hn::InterleaveUpper(d, r2, r3));
-  r0 = hn::BitCast(d, hn::InterleaveLower(pairs, low01, low23));
-  r1 = hn::BitCast(d, hn::InterleaveUpper(pairs, low01, low23));
-  r2 = hn::BitCast(d, hn::InterleaveLower(pairs, high01, high23));
-  r3 = hn::BitCast(d, hn::InterleaveUpper(pairs, high01, high23));
-}
-
 // Loads the distances from the lowest of one channel of four pixels, in windows of 16 bytes from that channel of a
 // window's first pixel on.
 template <class T>
@@ -329,13 +316,9 @@ class Lanes {
     for (int i = 0; i < 4; ++i) src[i] = source(place(lane + 3 - i), place(lane + 3 - i).column);
     for (int step = 0; step < kSteps; step += 4) {
       const int at = step * section_.samples;
-      V4 r0 = window_.four(src[0] + at), r1 = window_.four(src[1] + at), r2 = window_.four(src[2] + at),
-         r3 = window_.four(src[3] + at);
-      transpose(r0, r1, r2, r3);
-      hn::Store(r0, d, block.cells[step] + c);
-      hn::Store(r1, d, block.cells[step + 1] + c);
-      hn::Store(r2, d, block.cells[step + 2] + c);
-      hn::Store(r3, d, block.cells[step + 3] + c);
+      const auto steps = interleaved4(window_.four(src[0] + at), window_.four(src[1] + at), window_.four(src[2] + at),
+                                      window_.four(src[3] + at));
+      for (int i = 0; i < 4; ++i) hn::Store(steps[i], d, block.cells[step + i] + c);
     }
   }
 
@@ -349,13 +332,9 @@ class Lanes {
       p.column += kSteps;
     }
     for (int step = 0; step < kSteps; step += 4) {
-      V4 r0 = hn::Load(d, block.cells[step] + c), r1 = hn::Load(d, block.cells[step + 1] + c),
-         r2 = hn::Load(d, block.cells[step + 2] + c), r3 = hn::Load(d, block.cells[step + 3] + c);
-      transpose(r0, r1, r2, r3);
-      storeFour(r0, dst[0] + step);
-      storeFour(r1, dst[1] + step);
-      storeFour(r2, dst[2] + step);
-      storeFour(r3, dst[3] + step);
+      const auto at = [&](int i) HWY_ATTR { return hn::Load(d, block.cells[step + i] + c); };
+      const auto rows = interleaved4(at(0), at(1), at(2), at(3));
+      for (int i = 0; i < 4; ++i) storeFour(rows[i], dst[i] + step);
     }
   }
 

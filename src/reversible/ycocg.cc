@@ -3,7 +3,7 @@
 #define HWY_TARGET_INCLUDE "reversible/ycocg.cc"
 #include <type_traits>
 
-#include "frame/drivers.h"
+#include "frame/exports.h"
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
 
@@ -270,123 +270,53 @@ ZumStatus convert(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi, 
 }  // namespace
 }  // namespace zum
 
-using namespace zum;
-
-ZumStatus zumiBGRToYCoCg_8u16s_C3P3R(const Zum8u* pSrc, int srcStep, Zum16s* const pDst[3], int dstStep, ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerBGRToYCoCg_8u16s_C3P3R), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiBGRToYCoCg_8u16s_C4P3R(const Zum8u* pSrc, int srcStep, Zum16s* const pDst[3], int dstStep, ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerBGRToYCoCg_8u16s_C4P3R), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiYCoCgToBGR_16s8u_P3C3R(const Zum16s* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerYCoCgToBGR_16s8u_P3C3R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiYCoCgToBGR_16s8u_P3C4R(const Zum16s* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi,
-                                     Zum8u fourth) {
-  return convert(ZUM_KERNEL(innerYCoCgToBGR_16s8u_P3C4R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi, fourth);
-}
-
-ZumStatus zumiSBGRToYCoCg_16s_C3P3R(const Zum16s* pSrc, int srcStep, Zum16s* const pDst[3], int dstStep, ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerSBGRToYCoCg_16s_C3P3R), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiSBGRToYCoCg_16s_C4P3R(const Zum16s* pSrc, int srcStep, Zum16s* const pDst[3], int dstStep, ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerSBGRToYCoCg_16s_C4P3R), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiYCoCgToSBGR_16s_P3C3R(const Zum16s* const pSrc[3], int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerYCoCgToSBGR_16s_P3C3R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiYCoCgToSBGR_16s_P3C4R(const Zum16s* const pSrc[3], int srcStep, Zum16s* pDst, int dstStep, ZumiSize roi,
-                                    Zum16s fourth) {
-  return convert(ZUM_KERNEL(innerYCoCgToSBGR_16s_P3C4R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi, fourth);
-}
-
-ZumStatus zumiSBGRToYCoCg_16s32s_C3P3R(const Zum16s* pSrc, int srcStep, Zum32s* const pDst[3], int dstStep,
-                                       ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerSBGRToYCoCg_16s32s_C3P3R), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiSBGRToYCoCg_16s32s_C4P3R(const Zum16s* pSrc, int srcStep, Zum32s* const pDst[3], int dstStep,
-                                       ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerSBGRToYCoCg_16s32s_C4P3R), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiYCoCgToSBGR_32s16s_P3C3R(const Zum32s* const pSrc[3], int srcStep, Zum16s* pDst, int dstStep,
-                                       ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerYCoCgToSBGR_32s16s_P3C3R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiYCoCgToSBGR_32s16s_P3C4R(const Zum32s* const pSrc[3], int srcStep, Zum16s* pDst, int dstStep,
-                                       ZumiSize roi, Zum16s fourth) {
-  return convert(ZUM_KERNEL(innerYCoCgToSBGR_32s16s_P3C4R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi, fourth);
-}
-
-ZumStatus zumiBGRToYCoCg_Rev_8u16s_C3P3R(const Zum8u* pSrc, int srcStep, Zum16s* const pDst[3], int dstStep,
-                                         ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerBGRToYCoCg_Rev_8u16s_C3P3R), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiBGRToYCoCg_Rev_8u16s_C4P3R(const Zum8u* pSrc, int srcStep, Zum16s* const pDst[3], int dstStep,
-                                         ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerBGRToYCoCg_Rev_8u16s_C4P3R), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiYCoCgToBGR_Rev_16s8u_P3C3R(const Zum16s* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep,
-                                         ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerYCoCgToBGR_Rev_16s8u_P3C3R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiYCoCgToBGR_Rev_16s8u_P3C4R(const Zum16s* const pSrc[3], int srcStep, Zum8u* pDst, int dstStep,
-                                         ZumiSize roi, Zum8u fourth) {
-  return convert(ZUM_KERNEL(innerYCoCgToBGR_Rev_16s8u_P3C4R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi,
-                 fourth);
-}
-
-ZumStatus zumiSBGRToYCoCg_Rev_16s_C3P3R(const Zum16s* pSrc, int srcStep, Zum16s* const pDst[3], int dstStep,
-                                        ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerSBGRToYCoCg_Rev_16s_C3P3R), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiSBGRToYCoCg_Rev_16s_C4P3R(const Zum16s* pSrc, int srcStep, Zum16s* const pDst[3], int dstStep,
-                                        ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerSBGRToYCoCg_Rev_16s_C4P3R), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiYCoCgToSBGR_Rev_16s_P3C3R(const Zum16s* const pSrc[3], int srcStep, Zum16s* pDst, int dstStep,
-                                        ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerYCoCgToSBGR_Rev_16s_P3C3R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiYCoCgToSBGR_Rev_16s_P3C4R(const Zum16s* const pSrc[3], int srcStep, Zum16s* pDst, int dstStep,
-                                        ZumiSize roi, Zum16s fourth) {
-  return convert(ZUM_KERNEL(innerYCoCgToSBGR_Rev_16s_P3C4R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi,
-                 fourth);
-}
-
-ZumStatus zumiSBGRToYCoCg_Rev_16s32s_C3P3R(const Zum16s* pSrc, int srcStep, Zum32s* const pDst[3], int dstStep,
-                                           ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerSBGRToYCoCg_Rev_16s32s_C3P3R), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiSBGRToYCoCg_Rev_16s32s_C4P3R(const Zum16s* pSrc, int srcStep, Zum32s* const pDst[3], int dstStep,
-                                           ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerSBGRToYCoCg_Rev_16s32s_C4P3R), Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiYCoCgToSBGR_Rev_32s16s_P3C3R(const Zum32s* const pSrc[3], int srcStep, Zum16s* pDst, int dstStep,
-                                           ZumiSize roi) {
-  return convert(ZUM_KERNEL(innerYCoCgToSBGR_Rev_32s16s_P3C3R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi);
-}
-
-ZumStatus zumiYCoCgToSBGR_Rev_32s16s_P3C4R(const Zum32s* const pSrc[3], int srcStep, Zum16s* pDst, int dstStep,
-                                           ZumiSize roi, Zum16s fourth) {
-  return convert(ZUM_KERNEL(innerYCoCgToSBGR_Rev_32s16s_P3C4R), planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi,
-                 fourth);
-}
+ZUM_EXPORT(zumiBGRToYCoCg_8u16s_C3P3R, Pixels<const Zum8u>, ThreePlanes<Zum16s>,
+           convert(ZUM_KERNEL(innerBGRToYCoCg_8u16s_C3P3R), src, dst, roi))
+ZUM_EXPORT(zumiBGRToYCoCg_8u16s_C4P3R, Pixels<const Zum8u>, ThreePlanes<Zum16s>,
+           convert(ZUM_KERNEL(innerBGRToYCoCg_8u16s_C4P3R), src, dst, roi))
+ZUM_EXPORT(zumiYCoCgToBGR_16s8u_P3C3R, ThreePlanes<const Zum16s>, Pixels<Zum8u>,
+           convert(ZUM_KERNEL(innerYCoCgToBGR_16s8u_P3C3R), src, dst, roi))
+ZUM_EXPORT_WITH(zumiYCoCgToBGR_16s8u_P3C4R, ThreePlanes<const Zum16s>, Pixels<Zum8u>, Zum8u fourth,
+                convert(ZUM_KERNEL(innerYCoCgToBGR_16s8u_P3C4R), src, dst, roi, fourth))
+ZUM_EXPORT(zumiSBGRToYCoCg_16s_C3P3R, Pixels<const Zum16s>, ThreePlanes<Zum16s>,
+           convert(ZUM_KERNEL(innerSBGRToYCoCg_16s_C3P3R), src, dst, roi))
+ZUM_EXPORT(zumiSBGRToYCoCg_16s_C4P3R, Pixels<const Zum16s>, ThreePlanes<Zum16s>,
+           convert(ZUM_KERNEL(innerSBGRToYCoCg_16s_C4P3R), src, dst, roi))
+ZUM_EXPORT(zumiYCoCgToSBGR_16s_P3C3R, ThreePlanes<const Zum16s>, Pixels<Zum16s>,
+           convert(ZUM_KERNEL(innerYCoCgToSBGR_16s_P3C3R), src, dst, roi))
+ZUM_EXPORT_WITH(zumiYCoCgToSBGR_16s_P3C4R, ThreePlanes<const Zum16s>, Pixels<Zum16s>, Zum16s fourth,
+                convert(ZUM_KERNEL(innerYCoCgToSBGR_16s_P3C4R), src, dst, roi, fourth))
+ZUM_EXPORT(zumiSBGRToYCoCg_16s32s_C3P3R, Pixels<const Zum16s>, ThreePlanes<Zum32s>,
+           convert(ZUM_KERNEL(innerSBGRToYCoCg_16s32s_C3P3R), src, dst, roi))
+ZUM_EXPORT(zumiSBGRToYCoCg_16s32s_C4P3R, Pixels<const Zum16s>, ThreePlanes<Zum32s>,
+           convert(ZUM_KERNEL(innerSBGRToYCoCg_16s32s_C4P3R), src, dst, roi))
+ZUM_EXPORT(zumiYCoCgToSBGR_32s16s_P3C3R, ThreePlanes<const Zum32s>, Pixels<Zum16s>,
+           convert(ZUM_KERNEL(innerYCoCgToSBGR_32s16s_P3C3R), src, dst, roi))
+ZUM_EXPORT_WITH(zumiYCoCgToSBGR_32s16s_P3C4R, ThreePlanes<const Zum32s>, Pixels<Zum16s>, Zum16s fourth,
+                convert(ZUM_KERNEL(innerYCoCgToSBGR_32s16s_P3C4R), src, dst, roi, fourth))
+ZUM_EXPORT(zumiBGRToYCoCg_Rev_8u16s_C3P3R, Pixels<const Zum8u>, ThreePlanes<Zum16s>,
+           convert(ZUM_KERNEL(innerBGRToYCoCg_Rev_8u16s_C3P3R), src, dst, roi))
+ZUM_EXPORT(zumiBGRToYCoCg_Rev_8u16s_C4P3R, Pixels<const Zum8u>, ThreePlanes<Zum16s>,
+           convert(ZUM_KERNEL(innerBGRToYCoCg_Rev_8u16s_C4P3R), src, dst, roi))
+ZUM_EXPORT(zumiYCoCgToBGR_Rev_16s8u_P3C3R, ThreePlanes<const Zum16s>, Pixels<Zum8u>,
+           convert(ZUM_KERNEL(innerYCoCgToBGR_Rev_16s8u_P3C3R), src, dst, roi))
+ZUM_EXPORT_WITH(zumiYCoCgToBGR_Rev_16s8u_P3C4R, ThreePlanes<const Zum16s>, Pixels<Zum8u>, Zum8u fourth,
+                convert(ZUM_KERNEL(innerYCoCgToBGR_Rev_16s8u_P3C4R), src, dst, roi, fourth))
+ZUM_EXPORT(zumiSBGRToYCoCg_Rev_16s_C3P3R, Pixels<const Zum16s>, ThreePlanes<Zum16s>,
+           convert(ZUM_KERNEL(innerSBGRToYCoCg_Rev_16s_C3P3R), src, dst, roi))
+ZUM_EXPORT(zumiSBGRToYCoCg_Rev_16s_C4P3R, Pixels<const Zum16s>, ThreePlanes<Zum16s>,
+           convert(ZUM_KERNEL(innerSBGRToYCoCg_Rev_16s_C4P3R), src, dst, roi))
+ZUM_EXPORT(zumiYCoCgToSBGR_Rev_16s_P3C3R, ThreePlanes<const Zum16s>, Pixels<Zum16s>,
+           convert(ZUM_KERNEL(innerYCoCgToSBGR_Rev_16s_P3C3R), src, dst, roi))
+ZUM_EXPORT_WITH(zumiYCoCgToSBGR_Rev_16s_P3C4R, ThreePlanes<const Zum16s>, Pixels<Zum16s>, Zum16s fourth,
+                convert(ZUM_KERNEL(innerYCoCgToSBGR_Rev_16s_P3C4R), src, dst, roi, fourth))
+ZUM_EXPORT(zumiSBGRToYCoCg_Rev_16s32s_C3P3R, Pixels<const Zum16s>, ThreePlanes<Zum32s>,
+           convert(ZUM_KERNEL(innerSBGRToYCoCg_Rev_16s32s_C3P3R), src, dst, roi))
+ZUM_EXPORT(zumiSBGRToYCoCg_Rev_16s32s_C4P3R, Pixels<const Zum16s>, ThreePlanes<Zum32s>,
+           convert(ZUM_KERNEL(innerSBGRToYCoCg_Rev_16s32s_C4P3R), src, dst, roi))
+ZUM_EXPORT(zumiYCoCgToSBGR_Rev_32s16s_P3C3R, ThreePlanes<const Zum32s>, Pixels<Zum16s>,
+           convert(ZUM_KERNEL(innerYCoCgToSBGR_Rev_32s16s_P3C3R), src, dst, roi))
+ZUM_EXPORT_WITH(zumiYCoCgToSBGR_Rev_32s16s_P3C4R, ThreePlanes<const Zum32s>, Pixels<Zum16s>, Zum16s fourth,
+                convert(ZUM_KERNEL(innerYCoCgToSBGR_Rev_32s16s_P3C4R), src, dst, roi, fourth))
 
 #endif  // HWY_ONCE

@@ -3,7 +3,7 @@
 #define HWY_TARGET_INCLUDE "sampling/chroma_filter.cc"
 #include <algorithm>
 
-#include "frame/drivers.h"
+#include "frame/exports.h"
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
 #include "sampling/planes.h"
@@ -121,15 +121,10 @@ ZumStatus filterPairs(const SemiPlanar<const Zum8u>& src, const Planes<Zum8u, 3,
 
 using namespace zum;
 
-ZumStatus zumiYCbCr420ToYCbCr422_Filter_8u_P3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* const pDst[3],
-                                               const int dstStep[3], ZumiSize roi) {
-  return filterPlanes(planes3(pSrc, srcStep), 1, planes3(pDst, dstStep), roi);
-}
-
-ZumStatus zumiYCrCb420ToYCbCr422_Filter_8u_P3R(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* const pDst[3],
-                                               const int dstStep[3], ZumiSize roi) {
-  return filterPlanes(planes3(pSrc, srcStep), 2, planes3(pDst, dstStep), roi);
-}
+ZUM_EXPORT(zumiYCbCr420ToYCbCr422_Filter_8u_P3R, ThreeSteppedPlanes<const Zum8u>, ThreeSteppedPlanes<Zum8u>,
+           filterPlanes(src, 1, dst, roi))
+ZUM_EXPORT(zumiYCrCb420ToYCbCr422_Filter_8u_P3R, ThreeSteppedPlanes<const Zum8u>, ThreeSteppedPlanes<Zum8u>,
+           filterPlanes(src, 2, dst, roi))
 
 ZumStatus zumiYCbCr420ToYCbCr422_Filter_8u_P2P3R(const Zum8u* pSrcY, int srcYStep, const Zum8u* pSrcCbCr,
                                                  int srcCbCrStep, Zum8u* const pDst[3], const int dstStep[3],

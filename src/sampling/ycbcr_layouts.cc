@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "frame/drivers.h"
+#include "frame/exports.h"
 #include "hwy/cache_control.h"
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
@@ -273,18 +273,14 @@ using namespace zum;
 
 // The exported functions, by the shape of their arguments: name, source, destination, smallest height.
 
-#define ZUM_C2R(name, from, to, height)                                                    \
-  ZumStatus name(const Zum8u* pSrc, int srcStep, Zum8u* pDst, int dstStep, ZumiSize roi) { \
-    return convert(from, to, height, Pixels{pSrc, srcStep}, Pixels{pDst, dstStep}, roi);   \
-  }
+#define ZUM_C2R(name, from, to, height) \
+  ZUM_EXPORT(name, Pixels<const Zum8u>, Pixels<Zum8u>, convert(from, to, height, src, dst, roi))
 ZUM_C2R(zumiCbYCr422ToYCbCr422_8u_C2R, kCbYCr422, kYCbCr422, kOneRow)
 ZUM_C2R(zumiYCbCr422ToCbYCr422_8u_C2R, kYCbCr422, kCbYCr422, kAnyHeight)
 ZUM_C2R(zumiYCbCr422ToYCrCb422_8u_C2R, kYCbCr422, kYCrCb422, kAnyHeight)
 
-#define ZUM_C2P3R(name, from, to, height)                                                                    \
-  ZumStatus name(const Zum8u* pSrc, int srcStep, Zum8u* const pDst[3], const int dstStep[3], ZumiSize roi) { \
-    return convert(from, to, height, Pixels{pSrc, srcStep}, planes3(pDst, dstStep), roi);                    \
-  }
+#define ZUM_C2P3R(name, from, to, height) \
+  ZUM_EXPORT(name, Pixels<const Zum8u>, ThreeSteppedPlanes<Zum8u>, convert(from, to, height, src, dst, roi))
 ZUM_C2P3R(zumiCbYCr422ToYCbCr411_8u_C2P3R, kCbYCr422, kYCbCr411, kAnyHeight)
 ZUM_C2P3R(zumiCbYCr422ToYCbCr420_8u_C2P3R, kCbYCr422, kYCbCr420, kTwoRows)
 ZUM_C2P3R(zumiCbYCr422ToYCbCr422_8u_C2P3R, kCbYCr422, kYCbCr422, kAnyHeight)
@@ -307,10 +303,8 @@ ZUM_C2P2R(zumiCbYCr422ToYCbCr420_8u_C2P2R, kCbYCr422, kYCbCr420, kTwoRows)
 ZUM_C2P2R(zumiYCbCr422ToYCbCr411_8u_C2P2R, kYCbCr422, kYCbCr411, kAnyHeight)
 ZUM_C2P2R(zumiYCbCr422ToYCbCr420_8u_C2P2R, kYCbCr422, kYCbCr420, kTwoRows)
 
-#define ZUM_P3C2R(name, from, to, height)                                                                    \
-  ZumStatus name(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* pDst, int dstStep, ZumiSize roi) { \
-    return convert(from, to, height, planes3(pSrc, srcStep), Pixels{pDst, dstStep}, roi);                    \
-  }
+#define ZUM_P3C2R(name, from, to, height) \
+  ZUM_EXPORT(name, ThreeSteppedPlanes<const Zum8u>, Pixels<Zum8u>, convert(from, to, height, src, dst, roi))
 ZUM_P3C2R(zumiYCbCr411ToYCbCr422_8u_P3C2R, kYCbCr411, kYCbCr422, kAnyHeight)
 ZUM_P3C2R(zumiYCbCr411ToYCrCb422_8u_P3C2R, kYCbCr411, kYCrCb422, kAnyHeight)
 ZUM_P3C2R(zumiYCbCr422ToYCrCb422_8u_P3C2R, kYCbCr422, kYCrCb422, kAnyHeight)
@@ -328,11 +322,8 @@ ZUM_P2C2R(zumiYCbCr411ToYCbCr422_8u_P2C2R, kYCbCr411, kYCbCr422, kAnyHeight)
 ZUM_P2C2R(zumiYCbCr420ToCbYCr422_8u_P2C2R, kYCbCr420, kCbYCr422, kTwoRows)
 ZUM_P2C2R(zumiYCbCr420ToYCbCr422_8u_P2C2R, kYCbCr420, kYCbCr422, kTwoRows)
 
-#define ZUM_P3R(name, from, to, height)                                                                        \
-  ZumStatus name(const Zum8u* const pSrc[3], const int srcStep[3], Zum8u* const pDst[3], const int dstStep[3], \
-                 ZumiSize roi) {                                                                               \
-    return convert(from, to, height, planes3(pSrc, srcStep), planes3(pDst, dstStep), roi);                     \
-  }
+#define ZUM_P3R(name, from, to, height) \
+  ZUM_EXPORT(name, ThreeSteppedPlanes<const Zum8u>, ThreeSteppedPlanes<Zum8u>, convert(from, to, height, src, dst, roi))
 ZUM_P3R(zumiYCbCr411ToYCbCr420_8u_P3R, kYCbCr411, kYCbCr420, kTwoRows)
 ZUM_P3R(zumiYCbCr411ToYCbCr422_8u_P3R, kYCbCr411, kYCbCr422, kAnyHeight)
 ZUM_P3R(zumiYCbCr411ToYCrCb422_8u_P3R, kYCbCr411, kYCrCb422, kAnyHeight)
