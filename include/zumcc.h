@@ -60,6 +60,25 @@ extern "C" {
 #endif
 
 /** @defgroup types Types and status codes
+ *  What goes into a function and what comes out of it: samples, sizes, the values of enumerated arguments, statuses.
+ *
+ *  Samples are plain numbers in the byte order of the processor. Pointers to them may have any alignment.
+ *
+ *  After a negative status nothing has been written. Most functions return zumOk, zumErrNullPtr and zumErrSize alone;
+ *  the other statuses come from these:
+ *
+ *  - zumWrnNoOperation: @ref tonemap
+ *  - zumWrnOddSize: 4:2:0 of @ref ycbcr420, @ref yuv, @ref bgrencode and @ref bgrdecode; 4:1:1 of @ref bgrencode and
+ *    @ref packed16
+ *  - zumErrBadArg: @ref cfa
+ *  - zumErrMemAlloc: 16-bit @ref gamma, @ref reduce with noise or error diffusion, @ref random
+ *  - zumErrStep: @ref rgb565, @ref gamma, @ref colortwist, most of @ref hlsbgr, zumiRGBToCbYCr422Gamma_8u_C3C2R
+ *  - zumErrContextMatch: @ref random
+ *  - zumErrRange: single-precision @ref gamma
+ *  - zumErrDitherLevels, zumErrNoiseValue: @ref reduce
+ *
+ *  Several faults in one call give the status of the first check that fails. The order is null pointers and null plane
+ *  arrays, the size, the planes inside the arrays, the steps, the parameters; families that depart from it say so.
  *  @{ */
 
 typedef uint8_t Zum8u;   /**< unsigned 8-bit sample, 0..255 */
@@ -152,7 +171,11 @@ typedef struct ZumsRandUniState_32f ZumsRandUniState_32f;
 /** @} */
 
 /** @defgroup globals Global variables
- *  The only state of the library. None is read under a lock: set them before other threads call the library.
+ *  The only state of the library: the number of its threads and the source of its memory.
+ *
+ *  They are read without a lock, at each call that uses them. Set them before other threads call the library, i_malloc
+ *  and i_free together and while no block of theirs is in use. No result depends on them, but for error diffusion in
+ *  @ref reduce, which divides its work by the number of threads.
  *  @{ */
 
 /** The number of threads that the parallel functions ask OpenMP for. It starts as the OpenMP runtime's own maximum. */
@@ -165,6 +188,14 @@ extern ZUM_API void (*i_free)(void* block);
 /** @} */
 
 /** @defgroup services Library services
+ *  The version, aligned memory, copy and fill of bytes, and the maximum, sum and mean of a single-precision image.
+ *
+ *  Images here have one channel. Copy and fill serve any sample type if the width is given in bytes; large images go
+ *  around the cache. Sum and mean differ in their last bits by the hint; a sum that must not depend on where the image
+ *  lies in memory needs zumHintAccurate.
+ *
+ *  Checks: null pointers, then a size below 1 by 1; nothing else. The allocation functions tell of no memory by a null
+ *  result. One thread.
  *  @{ */
 
 /** The version of the library: a constant record that must not be freed. */
@@ -200,8 +231,16 @@ ZUM_API ZumStatus zumiMean_32f_C1R(const Zum32f* pSrc, int srcStep, ZumiSize roi
 /** @} */
 
 /** @defgroup random Uniform random numbers
- *  A seeded generator: the sum of a linear congruential and a subtract-with-borrow sequence, mapped to low..high.
- *  Two calls for n numbers give what one call for 2 n gives. A state serves one thread at a time.
+ *  A generator of numbers that are spread evenly between two limits: the same seed gives the same numbers.
+ *
+ *  Each number is the sum of a linear congruential and a subtract-with-borrow sequence of 32 bits, scaled to low..high
+ *  in extended precision (64 bits of significand). The seed enters the second sequence alone. Single-precision numbers
+ *  are rounded. 16-bit ones are truncated toward zero: 0 to 1024 gives 0 to 1023, and -10 to 10 twice as many zeros as
+ *  ones.
+ *
+ *  Two calls for n numbers give what one call for 2 n gives. The two kinds of state are told apart: a state of the
+ *  other kind is refused with zumErrContextMatch. Memory comes from i_malloc. One thread at a time may use a state;
+ *  different states are independent.
  *  @{ */
 
 /** Allocates a generator of numbers in low..high (not checked; reversed limits work). If there is no memory,
@@ -223,20 +262,37 @@ ZUM_API ZumStatus zumsRandUniformFree_32f(ZumsRandUniState_32f* pRandUniState);
 /** @} */
 
 /** @defgroup ycbcr444 RGB and YCbCr 4:4:4
- *  Full-range RGB to and from studio-range YCbCr of ITU-R BT.601 (Y 16..235, Cb and Cr 16..240 around 128), one chroma
- *  pair a pixel, all samples 8-bit. Minimum size 1 by 1; steps are not checked; one thread.
+ *  Full-range RGB to and from studio-range YCbCr of ITU-R BT.601, one chroma pair a pixel, all samples 8-bit.
  *
- *  | function                   | block columns                        | in blocks                     | elsewhere |
- *  |----------------------------|--------------------------------------|-------------------------------|------------------|
- *  | zumiRGBToYCbCr_8u_C3R      | width rounded down to 16             | terms rounded, sum truncated  | rounded | |
- * zumiRGBToYCbCr_8u_P3R      | width rounded down to 16             | terms truncated, sum rounded  | rounded | |
- * zumiRGBToYCbCr_8u_AC4R     | none                                 |                               | rounded | |
- * zumiYCbCrToRGB_8u_C3R, P3R | width rounded down to 4              | truncated                     | truncated, finer
- * | | zumiYCbCrToRGB_8u_AC4R     | none                                 |                               | truncated,
- * finer | | zumiYCbCrToRGB_8u_P3C3R    | width rounded down to 8              | rounded                       |
- * truncated, finer |
+ *  On R, G, B of 0..255, Y is 16..235, Cb and Cr 16..240 around 128:
+ *
+ *      Y  = 0.257 R + 0.504 G + 0.098 B + 16
+ *      Cb = 0.439 B - 0.291 G - 0.148 R + 128
+ *      Cr = 0.439 R - 0.368 G - 0.071 B + 128
+ *
+ *      R = 1.164 (Y - 16) + 1.596 (Cr - 128)
+ *      G = 1.164 (Y - 16) - 0.813 (Cr - 128) - 0.392 (Cb - 128)
+ *      B = 1.164 (Y - 16) + 2.017 (Cb - 128)
+ *
+ *  Results beyond 0..255 are limited. In block columns each term of a sum is rounded or truncated to a few bits of
+ *  fraction before they are added; elsewhere sums are exact to 16 bits of fraction. The sum is then rounded or
+ *  truncated:
+ *
+ *  | function                   | block columns            | terms there | sum there | sum elsewhere |
+ *  |----------------------------|--------------------------|-------------|-----------|---------------|
+ *  | zumiRGBToYCbCr_8u_C3R      | width rounded down to 16 | rounded     | truncated | rounded       |
+ *  | zumiRGBToYCbCr_8u_P3R      | width rounded down to 16 | truncated   | rounded   | rounded       |
+ *  | zumiRGBToYCbCr_8u_AC4R     | none                     |             |           | rounded       |
+ *  | zumiYCbCrToRGB_8u_C3R, P3R | width rounded down to 4  | truncated   | truncated | truncated     |
+ *  | zumiYCbCrToRGB_8u_AC4R     | none                     |             |           | truncated     |
+ *  | zumiYCbCrToRGB_8u_P3C3R    | width rounded down to 8  | truncated   | rounded   | truncated     |
+ *
+ *  So equal colours may differ by one between the two: pure blue has a Cb of 239 in the blocks of C3, else of 240; Y of
+ *  235 without colour gives R, G, B of 255 in the blocks of P3C3, else of 254.
  *
  *  The fourth channel of AC4 images is neither read nor written.
+ *
+ *  Checks: null pointers, a size below 1 by 1, null planes. Steps are not checked. One thread.
  *  @{ */
 
 /** RGB to YCbCr, interleaved. */
@@ -260,19 +316,25 @@ ZUM_API ZumStatus zumiYCbCrToRGB_8u_P3C3R(const Zum8u* const pSrc[3], int srcSte
 /** @} */
 
 /** @defgroup ycbcr422 RGB and YCbCr, YCrCb 4:2:2
- *  As @ref ycbcr444, with one chroma pair for two neighbouring pixels: the mean of the two going forward, repeated for
- * both going back. C2 rows are packed Y0 Cb Y1 Cr (YCbCr422) or Y0 Cr Y1 Cb (YCrCb422). Chroma planes have half the
- * width, rounded up. Minimum size 1 by 1; steps are not checked; an odd width is no error and gives no warning; one
- * thread.
+ *  RGB to and from YCbCr as in @ref ycbcr444, with one chroma pair for two neighbouring pixels.
  *
- *  Forward: block columns are the width rounded down to 8 (Y truncated); the pairs behind them round the first Y and
- *  truncate the second. A last odd pixel writes two bytes: its Y and the first chroma byte of the pair.
+ *  Going forward the pair has the chroma of the mean of the two pixels, exactly and rounded in all columns; going back
+ *  it serves both, without interpolation. C2 rows are packed Y0 Cb Y1 Cr (YCbCr422) or Y0 Cr Y1 Cb (YCrCb422) and take
+ *  two bytes a pixel. Chroma planes have half the width, rounded up.
  *
- *  Back from C2: block columns are the width rounded down to 4. A last odd pixel has one chroma byte behind its Y and
- *  takes the other from the byte before its Y, that of the pair before. At a width of 1 there is none, and its one
- * chroma byte serves as both Cb and Cr.
+ *  Forward: in block columns, the width rounded down to 8, Y is truncated, terms and sum; in the pairs behind them the
+ *  first Y is rounded and the second truncated. A last odd pixel writes two bytes, its Y and the first chroma byte of
+ *  the pair, of its own colour.
  *
- *  Back from planes: block columns are the width rounded down to 8; a last odd pixel has its own chroma samples.
+ *  Back from C2: block columns are the width rounded down to 4, terms truncated and sum truncated; elsewhere sums are
+ *  exact and truncated. A last odd pixel has one chroma byte behind its Y and takes the other from the byte before its
+ *  Y, that of the pair before. At a width of 1 there is none, and its one chroma byte serves as both Cb and Cr.
+ *
+ *  Back from planes: block columns are the width rounded down to 8, terms truncated and sum rounded; elsewhere sums are
+ *  exact and truncated. A last odd pixel has chroma samples of its own.
+ *
+ *  Checks: null pointers, a size below 1 by 1, null planes. Steps are not checked. An odd width gives no warning. One
+ *  thread.
  *  @{ */
 
 /** RGB to packed YCbCr 4:2:2. */
@@ -302,12 +364,20 @@ ZUM_API ZumStatus zumiYCrCb422ToRGB_8u_C2P3R(const Zum8u* pSrc, int srcStep, Zum
 /** @} */
 
 /** @defgroup ycbcr420 RGB and YCbCr 4:2:0
- *  As @ref ycbcr444, with one chroma pair for two by two pixels: the mean of the four going forward, repeated over the
- * four going back. Chroma planes have half the width and half the height, both rounded down; each plane has its own
- * step. Minimum size 1 by 1; steps are not checked; one thread.
+ *  RGB to and from planar YCbCr as in @ref ycbcr444, with one chroma pair for two by two pixels.
+ *
+ *  Going forward the pair has the chroma of the mean of the four pixels; going back it serves the four, without
+ *  interpolation. Each plane has its own step; chroma planes have half the width and half the height, both rounded
+ *  down.
+ *
+ *  Block columns are the width rounded down to 8 in both directions. Forward, terms are rounded there and sums
+ *  truncated; elsewhere Y is rounded, and chroma, which is centred at 128.125, truncated. Back, terms and sums are
+ *  truncated there; elsewhere sums are exact and truncated.
  *
  *  If the width or the height is odd, the last column or row of the destination stays as it was and the status is
- *  zumWrnOddSize. Block columns are the width rounded down to 8 in both directions.
+ *  zumWrnOddSize; with a width or height of 1 that is all there is.
+ *
+ *  Checks: null pointers and plane arrays, a size below 1 by 1, null planes. Steps are not checked. One thread.
  *  @{ */
 
 /** RGB to planar YCbCr 4:2:0. */
@@ -320,17 +390,24 @@ ZUM_API ZumStatus zumiYCbCr420ToRGB_8u_P3C3R(const Zum8u* const pSrc[3], const i
 /** @} */
 
 /** @defgroup yuv RGB and YUV
- *  Full-range RGB to and from full-range YUV: Y = 0.299 R + 0.587 G + 0.114 B, U = 0.492 (B - Y) + 128, V = 0.877
- *  (R - Y) + 128, at 4:4:4, 4:2:2 and 4:2:0, all samples 8-bit. Minimum size 1 by 1; steps are not checked; one
- *  thread. The layouts of 4:2:2 and 4:2:0 are those of @ref ycbcr422 and @ref ycbcr420, C2 rows being packed Y0 U
- *  Y1 V. Subsampled planes have a step each; the other planes share one. Going forward the chroma of two or four
- *  pixels is that of their mean, going back it is repeated.
+ *  Full-range RGB to and from full-range YUV at 4:4:4, 4:2:2 and 4:2:0, all samples 8-bit.
+ *
+ *  The luma is that of ITU-R BT.601, over the whole of 0..255; U and V are its colour differences at the weights of
+ *  composite video, around 128, and limited to 0..255 where they reach beyond it (V of saturated reds and cyans):
+ *
+ *      Y = 0.299 R + 0.587 G + 0.114 B      R = Y + 1.140 (V - 128)
+ *      U = 0.492 (B - Y) + 128              G = Y - 0.394 (U - 128) - 0.581 (V - 128)
+ *      V = 0.877 (R - Y) + 128              B = Y + 2.032 (U - 128)
+ *
+ *  The layouts of 4:2:2 and 4:2:0 are those of @ref ycbcr422 and @ref ycbcr420, C2 rows being packed Y0 U Y1 V.
+ *  Subsampled planes have a step each; the other planes share one. Going forward the chroma of two or four pixels is
+ *  that of their mean, going back it is repeated.
  *
  *  Functions without R work on tight images: no steps, and no gap between rows. A chroma row has width / 2 samples,
  *  rounded up at 4:2:2 and down at 4:2:0.
  *
  *  Each function has its own fixed-point arithmetic, and most have another one behind their block columns, so that
- *  equal colours may differ by a unit. Block columns are the width rounded down to
+ *  equal colours may differ by a unit or two. Block columns are the width rounded down to
  *
  *  - 16: zumiRGBToYUV_8u_C3R, zumiRGBToYUV_8u_P3R, zumiYUV422ToRGB_8u_P3C3R and P3C3
  *  - 8: zumiRGBToYUV_8u_AC4R, zumiRGBToYUV_8u_C3P3R, zumiYUVToRGB_8u_P3R, zumiRGBToYUV420_8u_C3P3R and C3P3
@@ -338,18 +415,20 @@ ZUM_API ZumStatus zumiYCbCr420ToRGB_8u_P3C3R(const Zum8u* const pSrc[3], const i
  *  - 1 (4:4:4) or 2: all others
  *
  *  The tight 4:2:2 functions take an image of even width and at least 256 pixels as one row, of which the pixels
- *  rounded down to 8 come first and the others as a row of their own: there the block columns depend on the place
- *  in the image.
+ *  rounded down to 8 come first and the others as a row of their own: there the block columns depend on the place in
+ *  the image.
  *
  *  4:2:2: an odd width is no error and gives no warning. In planes the last pixel has its own chroma samples. In C2
- *  rows it has two bytes, its Y and U; going back it takes V from the byte before its Y, that of the pair before,
- *  and at a width of 1 its U also for V.
+ *  rows it has two bytes, its Y and U; going back it takes V from the byte before its Y, that of the pair before, and
+ *  at a width of 1 its U also for V.
  *
- *  4:2:0: if the width or the height is odd, the last column or row of the destination stays as it was and the
- *  status is zumWrnOddSize.
+ *  4:2:0: if the width or the height is odd, the last column or row of the destination stays as it was and the status
+ *  is zumWrnOddSize.
  *
- *  The fourth channel of AC4 images is neither read nor written by the 4:4:4 functions; P3AC4 functions set it to 0
- *  in every pixel that they convert.
+ *  The fourth channel of AC4 images is neither read nor written by the 4:4:4 functions; P3AC4 functions set it to 0 in
+ *  every pixel that they convert.
+ *
+ *  Checks: null pointers and plane arrays, a size below 1 by 1, null planes. Steps are not checked. One thread.
  *  @{ */
 
 /** RGB to YUV, interleaved. */
@@ -426,15 +505,16 @@ ZUM_API ZumStatus zumiYUV420ToRGB_8u_P3(const Zum8u* const pSrc[3], Zum8u* const
 /** @} */
 
 /** @defgroup bgrencode BGR to subsampled YCbCr and YUV
- *  BGR to studio-range YCbCr of ITU-R BT.601, and of packed 16-bit pixels also to full-range YUV. Sources are three
- *  bytes a pixel (B, G, R), four (B, G, R and alpha, which is not read), or one Zum16u with blue in its lowest
- *  bits: 5, 6 and 5 bits (BGR565) or 5, 5 and 5 (BGR555, the highest bit is ignored), each widened to a byte by
- *  zeros. Chroma is that of the mean of the pixels that share it, centred at 128.125 in YCbCr. Each plane has its
- *  own step; the planes of YCrCb are in the order Y, Cr, Cb. All steps are bytes, and are not checked. One thread.
+ *  BGR to studio-range YCbCr of ITU-R BT.601, and from packed 16-bit pixels also to full-range YUV.
  *
- *  Checks: all pointers, those of the planes too, come before the size.
+ *  Sources are three bytes a pixel (B, G, R), four (B, G, R and alpha, which is not read), or one Zum16u with blue in
+ *  its lowest bits: 5, 6 and 5 bits (BGR565) or 5, 5 and 5 (BGR555, the highest bit is ignored), each widened to a byte
+ *  by zeros, so that white is 248, 252 or 248, 248. The scales are those of @ref ycbcr444 and @ref yuv. Chroma is that
+ *  of the mean of the pixels that share it, centred at 128.125 in YCbCr. Each plane has its own step; the planes of
+ *  YCrCb are in the order Y, Cr, Cb.
  *
- *  Block columns, their terms truncated, are followed by exact columns with Y rounded:
+ *  In block columns the terms of a sum are truncated to a fraction of the result before they are added; elsewhere sums
+ *  are exact. Y is rounded in both:
  *
  *  | to              | minimum | block columns                                             | odd sizes           |
  *  |-----------------|---------|-----------------------------------------------------------|---------------------|
@@ -447,10 +527,14 @@ ZUM_API ZumStatus zumiYUV420ToRGB_8u_P3(const Zum8u* const pSrc[3], Zum8u* const
  *  4:2:2: a last odd pixel has chroma of its own colour alone. C2 rows, packed Y0 Cb Y1 Cr, end with its Y and Cb;
  *  chroma planes, half as wide and rounded up, with both.
  *
+ *  4:2:0: chroma planes have half the width and half the height, both rounded down.
+ *
  *  4:1:1: chroma planes have a quarter of the width, rounded down; zumWrnOddSize is returned if the width is no
- *  multiple of 4. Of the last one to three pixels the AC4 and the BGR555 function convert Y alone, the others
- *  nothing. From C3 the block columns are the width rounded down to 16, and their terms are rounded as in @ref
- *  ycbcr444.
+ *  multiple of 4. Of the last one to three pixels the AC4 and the BGR555 function convert Y alone, the others nothing.
+ *  From C3 the block columns are the width rounded down to 16, and their terms are rounded and sums truncated as in
+ *  @ref ycbcr420.
+ *
+ *  Checks: all pointers, those of the planes too, come before the size. Steps are not checked. One thread.
  *  @{ */
 
 /** BGR to packed YCbCr 4:2:2. */
@@ -521,33 +605,38 @@ ZUM_API ZumStatus zumiBGR555ToYUV420_16u8u_C3P3R(const Zum16u* pSrc, int srcStep
 /** @} */
 
 /** @defgroup bgrdecode YCbCr and YUV to BGR
- *  Back from studio-range YCbCr of ITU-R BT.601 or full-range YUV to BGR: three bytes a pixel (B, G, R), or four
- *  with the value of alpha that is given. Planes have a step each but at 4:4:4, where they share one. Steps are not
- *  checked; one thread.
+ *  Studio-range YCbCr of ITU-R BT.601, or full-range YUV, to BGR: three bytes a pixel, or four with the alpha that is
+ *  given.
  *
- *  | function                          | minimum | block columns           | elsewhere        | odd sizes           |
- *  |-----------------------------------|---------|-------------------------|------------------|---------------------|
- *  | zumiYCbCrToBGR_8u_P3C3R, P3C4R    | 1 by 1  | all, rounded            |                  | converted           |
- *  | zumiYCbCr422ToBGR_8u_C2C3R        | 2 by 1  | even width, rounded     | truncated, finer | converted           |
- *  | zumiYCbCr422ToBGR_8u_C2C4R        | 2 by 1  | width rounded down to 8 | truncated, finer | converted           |
- *  | zumiYCbCr411ToBGR_8u_P3C3R, P3C4R | 4 by 1  | width rounded down to 4 | truncated, finer | converted           |
- *  | zumiYCbCr420ToBGR_8u_P3C3R        | 1 by 1  | width rounded down to 8 | rounded, finer   | left, zumWrnOddSize |
- *  | zumiYUV420ToBGR_8u_P3C3R          | 2 by 2  | all                     |                  | left, see below     |
- *  | zumiYCrCb420ToBGR_Filter_8u_P3C4R | 1 by 1  | see below               | truncated, finer | left, zumWrnOddSize |
+ *  The scales are those of @ref ycbcr444 and @ref yuv. Planes have a step each but at 4:4:4, where they share one. In
+ *  block columns the terms of a sum are truncated to a fraction of the result, and the sum is rounded where this is
+ *  said and truncated elsewhere. Behind them sums are exact and truncated, or rounded where that is said:
  *
- *  Block columns are truncated where nothing else is said. What is left of the destination keeps all its bytes,
- *  alpha too. The functions of 4:4:4 and 4:1:1 look at the planes before the size.
+ *  | function                          | minimum | block columns           | elsewhere | odd sizes           |
+ *  |-----------------------------------|---------|-------------------------|-----------|---------------------|
+ *  | zumiYCbCrToBGR_8u_P3C3R, P3C4R    | 1 by 1  | all, rounded            |           | converted           |
+ *  | zumiYCbCr422ToBGR_8u_C2C3R        | 2 by 1  | even width, rounded     | truncated | converted           |
+ *  | zumiYCbCr422ToBGR_8u_C2C4R        | 2 by 1  | width rounded down to 8 | truncated | converted           |
+ *  | zumiYCbCr411ToBGR_8u_P3C3R, P3C4R | 4 by 1  | width rounded down to 4 | truncated | converted           |
+ *  | zumiYCbCr420ToBGR_8u_P3C3R        | 1 by 1  | width rounded down to 8 | rounded   | left, zumWrnOddSize |
+ *  | zumiYUV420ToBGR_8u_P3C3R          | 2 by 2  | all                     |           | left, see below     |
+ *  | zumiYCrCb420ToBGR_Filter_8u_P3C4R | 1 by 1  | see below               | truncated | left, zumWrnOddSize |
  *
- *  4:2:2: a last odd pixel has Cb behind its Y and takes Cr from the pair before. 4:1:1: chroma planes have a
- *  quarter of the width, rounded up. 4:2:0: chroma planes have half the width and half the height, both rounded
- *  down.
+ *  What is left of the destination keeps all its bytes, alpha too.
  *
- *  zumiYUV420ToBGR_8u_P3C3R returns zumWrnOddSize if half the width or half the height, rounded down, is odd: for 6
- *  by 4 but not for 5 by 4.
+ *  4:2:2: a last odd pixel has Cb behind its Y and takes Cr from the pair before. 4:1:1: chroma planes have a quarter
+ *  of the width, rounded up. 4:2:0: chroma planes have half the width and half the height, both rounded down. The
+ *  chroma of a pair or block is repeated, with one exception:
  *
- *  zumiYCrCb420ToBGR_Filter_8u_P3C4R takes the planes Y, Cr, Cb. The first pixel of a pair has the pair's chroma,
- *  the second the mean of that and the next pair's, rounded upward; both pixels of a row's last pair have the
- *  pair's. Block columns are the even width less 2, rounded down to 16.
+ *  zumiYCrCb420ToBGR_Filter_8u_P3C4R takes the planes Y, Cr, Cb. The first pixel of a pair has the pair's chroma, the
+ *  second the mean of that and the next pair's, rounded upward; both pixels of a row's last pair have the pair's. Block
+ *  columns are the even width less 2, rounded down to 16.
+ *
+ *  zumiYUV420ToBGR_8u_P3C3R returns zumWrnOddSize if half the width or half the height, rounded down, is odd: for 6 by
+ *  4 but not for 5 by 4.
+ *
+ *  Checks: null pointers and plane arrays, the minimum size, null planes; in the functions of 4:4:4 and 4:1:1 the
+ *  planes come before the size. Steps are not checked. One thread.
  *  @{ */
 
 /** YCbCr 4:4:4 planes, one step for the three, to BGR. */
@@ -580,18 +669,20 @@ ZUM_API ZumStatus zumiYCrCb420ToBGR_Filter_8u_P3C4R(const Zum8u* const pSrc[3], 
 /** @} */
 
 /** @defgroup packed16 YCbCr and YUV to 16-bit pixels
- *  8-bit YCbCr (studio range, ITU-R BT.601) and YUV (full range) to one Zum16u a pixel. The digits behind RGB and BGR
- *  are the bits of the channels, in the order of the name from the lowest bits upward: RGB565 has R in bits 0 to 4, G
- *  in 5 to 10 and B in 11 to 15, BGR565 has B in bits 0 to 4 and R in 11 to 15. 555 leaves one bit at the top and 444
- *  four, which are 0. Samples are saturated to 8 bits and then lose their low bits; nothing is rounded.
+ *  8-bit YCbCr (studio range, ITU-R BT.601) and YUV (full range) to one Zum16u a pixel.
  *
- *  Packed 4:2:2 rows are Y0 Cb Y1 Cr. Planes of 4:4:4 have one step, subsampled ones a step each. Every pixel is
- *  converted, whatever the size: chroma planes have half the width (4:2:2, 4:2:0), a quarter of it (4:1:1) and half
- *  the height (4:2:0), all rounded up. Minimum size 1 by 1, for 4:1:1 4 by 1. Steps are not checked; that of the
- *  destination loses its low bit. One thread.
+ *  The digits behind RGB and BGR are the bits of the channels, in the order of the name from the lowest bits upward:
+ *  RGB565 has R in bits 0 to 4, G in 5 to 10 and B in 11 to 15, BGR565 has B in bits 0 to 4 and R in 11 to 15. 555
+ *  leaves one bit at the top and 444 four, which are 0. Samples on the scales of @ref ycbcr444 and @ref yuv are limited
+ *  to 0..255 and then lose their low bits; nothing is rounded there, and @ref packed16dither hides the bands that come
+ *  of it.
  *
- *  In block columns terms are truncated at 16 times the sample. All columns are, except for these, whose sums are exact
- *  and truncated:
+ *  Packed 4:2:2 rows are Y0 Cb Y1 Cr. Planes of 4:4:4 have one step, subsampled ones a step each. Chroma is repeated.
+ *  Every pixel is converted, whatever the size: chroma planes have half the width (4:2:2, 4:2:0), a quarter of it
+ *  (4:1:1) and half the height (4:2:0), all rounded up.
+ *
+ *  In block columns the terms of a sum are truncated at 16 times the sample, and so is the sum. All columns are block
+ *  columns, except for these, whose sums are exact and truncated:
  *
  *  - 4:4:4 from C3: those behind the width rounded down to 8.
  *  - 4:2:2 from C2: those behind the width rounded down to 4. A last odd pixel takes its Cr from the pair before. A
@@ -604,6 +695,9 @@ ZUM_API ZumStatus zumiYCrCb420ToBGR_Filter_8u_P3C4R(const Zum8u* const pSrc[3], 
  *  Tight images from C3, and of even width from C2, are one long row: where the source step is 3 (C2: 2) times the
  *  width and the destination step is twice the width, or one more, only the last pixels of the image are outside block
  *  columns.
+ *
+ *  Checks: null pointers and plane arrays, a size below 1 by 1, for 4:1:1 below 4 by 1, null planes. Steps are not
+ *  checked; that of the destination loses its low bit. One thread.
  *  @{ */
 
 /** YCbCr to RGB565. */
@@ -718,11 +812,14 @@ ZUM_API ZumStatus zumiYCbCr411ToBGR555_8u16u_P3C3R(const Zum8u* const pSrc[3], c
 /** @} */
 
 /** @defgroup rgb565 RGB and BGR to and from 16-bit pixels
- *  8-bit interleaved pixels to and from 16-bit ones of 5, 6 and 5 bits, the first sample in the lowest bits. Samples
- *  lose their low bits on the way there and have zeros in their place on the way back.
+ *  8-bit interleaved pixels to and from 16-bit ones of 5, 6 and 5 bits, the first sample in the lowest bits.
  *
- *  Minimum size 1 by 1. Checks: null pointers, the size, then the steps (below 1: zumErrStep). The step of a 16-bit
- *  destination loses its low bit.
+ *  Samples lose their low bits on the way there and have zeros in their place on the way back, so that white comes back
+ *  as 248, 252, 248. RGB565 has R in bits 0 to 4, G in 5 to 10 and B in 11 to 15, BGR565 has B in bits 0 to 4 and R in
+ *  11 to 15. All columns are alike.
+ *
+ *  Checks: null pointers, a size below 1 by 1, then the steps (below 1: zumErrStep). The step of 16-bit pixels loses
+ *  its low bit where they are written.
  *
  *  Threads: an image of at least 192 by 192 pixels is cut into threads_omp_of_n_zum bands of rows, one a thread. If the
  *  OpenMP runtime grants fewer threads than that (because the caller is inside a parallel region already, for example),
@@ -741,11 +838,29 @@ ZUM_API ZumStatus zumiBGR565ToBGR_16u8u_C3R(const Zum16u* pSrc, int srcStep, Zum
 /** @} */
 
 /** @defgroup packed16dither YCbCr and YUV to 16-bit pixels with ordered dither
- *  As @ref packed16, but that each channel of each pixel is rounded down to its level or up to the next by a threshold,
- *  from a matrix of 4 by 4 that starts at the first pixel of each call: a flat area gives a pattern in place of a band.
+ *  The conversions of @ref packed16, with ordered dither in the place of cut bits: a flat area gives a pattern, not a
+ *  band.
  *
- *  The samples before the dither are those of the block columns of @ref packed16, in all columns and rows. A last odd
- *  pixel of packed 4:2:2, at a width of 1 too, takes its Cb as both Cb and Cr. Tight images are as others.
+ *  Each channel of each pixel is rounded down to its level or up to the next. For a sample v of 0..255 and a channel of
+ *  n bits, the level is v (2^n - 1) / 256, rounded down, and one more if what v has above it exceeds a threshold. The
+ *  threshold goes by the place of the pixel, in a matrix of 4 by 4 that starts at the first pixel of each call, from
+ *  nothing to about a whole step between levels in the order of these ranks:
+ *
+ *  | row mod 4 | column mod 4: 0 | 1  | 2  | 3  |
+ *  |-----------|-----------------|----|----|----|
+ *  | 0         | 0               | 8  | 2  | 10 |
+ *  | 1         | 12              | 4  | 14 | 6  |
+ *  | 2         | 3               | 11 | 1  | 9  |
+ *  | 3         | 15              | 7  | 13 | 5  |
+ *
+ *  0 is 0 everywhere, and 255 the highest level, but for the green of 565 at rank 15, which is 62 of 63.
+ *
+ *  The samples before the dither are those of the block columns of @ref packed16, in all columns and rows, and so are
+ *  the layouts and the bits. A last odd pixel of packed 4:2:2, at a width of 1 too, takes its Cb as both Cb and Cr.
+ *  Tight images are as others.
+ *
+ *  Checks: null pointers and plane arrays, a size below 1 by 1, null planes. No size gives a warning. Steps are not
+ *  checked; that of the destination loses its low bit. One thread.
  *  @{ */
 
 /** YCbCr to RGB565, dithered. */
@@ -860,9 +975,9 @@ ZUM_API ZumStatus zumiYUV420ToBGR444Dither_8u16u_P3C3R(const Zum8u* const pSrc[3
 /** @} */
 
 /** @defgroup cbycr RGB, BGR and CbYCr 4:2:2
- *  RGB or BGR of full range to and from studio-range CbYCr of ITU-R BT.601, packed: Cb Y0 Cr Y1 for a pair of pixels.
- *  Minimum size 1 by 1; an odd width is no error and gives no warning; steps are not checked but where it is said; one
- *  thread.
+ *  Full-range RGB or BGR to and from studio-range CbYCr of ITU-R BT.601, packed Cb Y0 Cr Y1 for a pair of pixels.
+ *
+ *  The scale is that of @ref ycbcr444.
  *
  *  From RGB: chroma is filtered along the row, each pair's from its first pixel at half its weight and the pixel on
  *  either side at a quarter. Before the first pixel of a row lies black, so that a row begins with less colour. All
@@ -873,13 +988,16 @@ ZUM_API ZumStatus zumiYUV420ToBGR444Dither_8u16u_P3C3R(const Zum8u* const pSrc[3
  *  overwrites what the row before left behind itself; walking upward, it is the row above that loses its first pair's
  *  Cb and Y0.
  *
- *  From BGR: chroma is that of the mean of a pair. Block columns, the width rounded down to 8, truncate the terms;
- *  the pairs behind them are exact. A last odd pixel writes two bytes, its Cb and its Y, and is converted as if its
- *  bytes were R, G, B.
+ *  From BGR: chroma is that of the mean of a pair. Block columns, the width rounded down to 8, truncate the terms of a
+ *  sum; the pairs behind them are exact. A last odd pixel writes two bytes, its Cb and its Y, and is converted as if
+ *  its bytes were R, G, B. Alpha is not read.
  *
- *  Back: block columns are the width rounded down to 8; the pixels behind them are finer. A last odd pixel has one
- *  chroma byte before its Y, its Cb, and takes Cr from the pair before. At a width of 1 there is none, and its one
- *  chroma byte serves as both.
+ *  Back: block columns are the width rounded down to 8, terms truncated and sum rounded; sums are exact elsewhere, and
+ *  rounded. A last odd pixel has one chroma byte before its Y, its Cb, and takes Cr from the pair before. At a width of
+ *  1 there is none, and its one chroma byte serves as both.
+ *
+ *  Checks: null pointers, a size below 1 by 1; steps in zumiRGBToCbYCr422Gamma_8u_C3C2R alone (below 1: zumErrStep). An
+ *  odd width gives no warning. One thread.
  *  @{ */
 
 /** RGB to packed CbYCr 4:2:2, the chroma filtered. Reads and writes behind rows of some widths, see above. */
@@ -1445,13 +1563,19 @@ ZUM_API ZumStatus zumiCFAToRGB_16u_C1C3R(const Zum16u* pSrc, ZumiRect srcRoi, Zu
 /** @} */
 
 /** @defgroup chromafilter Chroma of YCbCr 4:2:0 filtered to 4:2:2
- *  Planar or semi-planar 4:2:0 to planar 4:2:2, 8-bit. Luma is copied. Row 2 r of chroma is row r of the source; the
- *  row behind it is halfway to the next by a vertical filter, (9 (b + c) - (a + d) + 8) >> 4 limited to 0..255, of the
- *  rows a, b, c, d that are r - 1 to r + 2 of the source. Beyond the first and the last row these are repeated.
+ *  Planar or semi-planar YCbCr 4:2:0 to planar 4:2:2, 8-bit, with chroma rows interpolated where @ref ycbcrlayouts
+ *  repeats them.
  *
- *  Checks: null pointers, those inside plane arrays included; then the size, at least 2 by 8. The width is rounded down
- *  to even and the height to a multiple of 8; what is beyond is not written, and there is no warning. Steps are not
- *  checked; one thread.
+ *  Luma is copied. Row 2 r of chroma is row r of the source; the row behind it is halfway to the next by a vertical
+ *  filter, (9 (b + c) - (a + d) + 8) >> 4 limited to 0..255, of the rows a, b, c, d that are r - 1 to r + 2 of the
+ *  source. Beyond the first and the last row these are repeated. All columns are alike. Source chroma has half the
+ *  width and half the height, the destination's half the width and all rows.
+ *
+ *  The width is rounded down to even and the height to a multiple of 8; what is beyond is not written, and there is no
+ *  warning.
+ *
+ *  Checks: null pointers, those inside plane arrays included; then a size below 2 by 8. Steps are not checked. One
+ *  thread.
  *  @{ */
 
 /** Planar YCbCr 4:2:0 to planar YCbCr 4:2:2. */
@@ -1469,9 +1593,12 @@ ZUM_API ZumStatus zumiYCbCr420ToYCbCr422_Filter_8u_P2P3R(const Zum8u* pSrcY, int
 
 /** @defgroup deinterlace Deinterlacing
  *  Semi-planar 4:2:0 (NV12) to packed 4:2:2 (Y0 Cb Y1 Cr) or to planes, with the comb of interlaced pictures smoothed
- *  away. Luma becomes (a + 2 c + b) / 4 of the row above, the row itself and the row below, and (3 c + b) / 4 in the
- *  first and the last row of the picture. Row r of chroma becomes the mean of rows r and r + 1, the last one that of
- *  the last two; packed output repeats it for both rows of pixels.
+ *  away.
+ *
+ *  Luma becomes (a + 2 c + b) / 4 of the row above, the row itself and the row below, and (3 c + b) / 4 in the first
+ *  and the last row of the picture, b being its one neighbour. Row r of chroma becomes the mean of rows r and r + 1,
+ *  the last one that of the last two; the one row of a picture of two rows stays as it is. Packed output repeats chroma
+ *  for both rows of pixels.
  *
  *  Bands. A picture may be sent from the top down in bands of rows; layout tells which one a call brings, as one of the
  *  values below, and any value with the bits of all three means the whole picture. For other values nothing is done. As
@@ -1484,22 +1611,22 @@ ZUM_API ZumStatus zumiYCbCr420ToYCbCr422_Filter_8u_P2P3R(const Zum8u* pSrcY, int
  *  block. In them the means that the filter is made of, of (a, c) and (c, b) and then of these, and those of chroma,
  *  round halves up; elsewhere they round down as a whole.
  *
- *  | output | rows                                 | block    | particular to them                                    |
- *  |--------|--------------------------------------|----------|-------------------------------------------------------|
- *  | packed | first two and last two, of bands     | 8        |                                                       |
- *  |        | the others of bands                  | 32       |                                                       |
- *  |        | first two and last two, of a picture | none     | luma is one more, up to 255                           |
- *  |        | the others of a picture              | 32       | luma is one more outside the blocks, up to 255        |
- *  | planar | those of bands                       | 16       | top band: the means are of (a, b), then of that and c |
- *  |        | first and last, of a picture         | none     | if these are the only two, luma is one more, up to 255|
- *  |        | the others of a picture              | 16       |                                                       |
+ *  | output | rows                                 | block | particular to them                                     |
+ *  |--------|--------------------------------------|-------|--------------------------------------------------------|
+ *  | packed | first two and last two, of bands     | 8     |                                                        |
+ *  |        | the others of bands                  | 32    |                                                        |
+ *  |        | first two and last two, of a picture | none  | luma is one more, up to 255                            |
+ *  |        | the others of a picture              | 32    | luma is one more outside the blocks, up to 255         |
+ *  | planar | those of bands                       | 16    | top band: the means are of (a, b), then of that and c  |
+ *  |        | first and last, of a picture         | none  | if these are the only two, luma is one more, up to 255 |
+ *  |        | the others of a picture              | 16    |                                                        |
  *
  *  A planar top band rounds as the other bands do if the width is a multiple of 64, the height rounded down to even one
  *  of 16, all pointers and srcYStep multiples of 16, and the other steps multiples of 32: the one place where alignment
  *  shows in a result.
  *
  *  Checks: null pointers and the plane array, the size, the plane pointers. The smallest size is 2 by 2; with planar
- *  output a width or height of 1 is found only behind the plane pointers. Steps are not checked; one thread.
+ *  output a width or height of 1 is found only behind the plane pointers. Steps are not checked. One thread.
  *  @{ */
 
 /** The values of layout. */
@@ -1522,8 +1649,11 @@ ZUM_API ZumStatus zumiYCbCr420ToYCrCb420_Filter_8u_P2P3R(const Zum8u* pSrcY, int
 /** @} */
 
 /** @defgroup chromablocks YCbCr 4:2:0 to and from 1620 and 4:1:1
- *  Planar, 8-bit; luma is copied. 1620 has one chroma pair for four by four pixels, 4:1:1 one for four pixels of a row.
- *  In terms of chroma planes:
+ *  Planar YCbCr, 8-bit, between 4:2:0 and two coarser samplings: 1620, a chroma pair for four by four pixels, and
+ *  4:1:1.
+ *
+ *  Luma is copied. The planes are Y, Cb, Cr, each with its own step. Chroma planes of 4:2:0 have half the width and
+ *  half the height, of 1620 a quarter of both, of 4:1:1 a quarter of the width. In terms of chroma planes:
  *
  *  - 420 to 1620: odd rows and columns are dropped.
  *  - 420 to 411: odd columns are dropped; behind each row comes its mean with the next, behind the last one itself.
@@ -1531,12 +1661,15 @@ ZUM_API ZumStatus zumiYCbCr420ToYCrCb420_Filter_8u_P2P3R(const Zum8u* pSrcY, int
  *  - 1620 to 420: columns are doubled as from 411. Behind each row comes the mean of it and the next (in the new
  *    columns the mean of the two means), behind the last one this row with each column repeated.
  *
- *  Block columns, where means round halves up and elsewhere down: to 411 the width of the destination plane rounded
- *  down to 32; to 420 the columns that come of the first columns of the source plane, whose width less 1 is rounded
- *  down to 16 for that.
+ *  Means round halves up in block columns and down elsewhere. Block columns are, to 411, the width of the destination
+ *  plane rounded down to 32; to 420, those that come of the first n columns of the source plane, n being its width less
+ *  1, rounded down to 16.
+ *
+ *  Where chroma is to be moved and not filtered, @ref ycbcrlayouts has 4:2:0 to 4:1:1 and back without loss.
  *
  *  Checks: null pointers, those inside plane arrays included; then the size. Width and height must be multiples of 4,
- *  and at least 4; from 420 to 411 the height may be any even one from 2 on. Steps are not checked; one thread.
+ *  and at least 4; from 420 to 411 the height may be any even one from 2 on. Another size is refused with zumErrSize,
+ *  not rounded down. Steps are not checked. One thread.
  *  @{ */
 
 /** Planar YCbCr 4:2:0 to planar YCbCr of a pair for four by four pixels. */
@@ -1555,30 +1688,33 @@ ZUM_API ZumStatus zumiYCbCr411To420_8u_P3R(const Zum8u* const pSrc[3], const int
 /** @} */
 
 /** @defgroup ycbcrlayouts YCbCr layouts
- *  8-bit YCbCr from one chroma sampling and layout to another. No sample is computed: luma is copied, and chroma is
+ *  8-bit YCbCr from one chroma sampling and layout to another, without a new value: luma is copied, and chroma is
  *  copied, dropped, repeated or placed elsewhere.
  *
- *  Layouts: C2 is packed 4:2:2, Y0 Cb Y1 Cr (YCbCr422), Y0 Cr Y1 Cb (YCrCb422) or Cb Y0 Cr Y1 (CbYCr422). P2 is a
- *  plane of Y and a plane of pairs, Cb Cr. P3 is three planes, Y, Cb, Cr or, under the name YCrCb, Y, Cr, Cb; each has
- *  its own step. NV12 is YCbCr420 in P2, YV12 is YCrCb420 in P3, YUY2 is YCbCr422 in C2, UYVY is CbYCr422 in C2.
+ *  Layouts: C2 is packed 4:2:2, Y0 Cb Y1 Cr (YCbCr422), Y0 Cr Y1 Cb (YCrCb422) or Cb Y0 Cr Y1 (CbYCr422). P2 is a plane
+ *  of Y and a plane of pairs, Cb Cr. P3 is three planes, Y, Cb, Cr or, under the name YCrCb, Y, Cr, Cb; each has its
+ *  own step. NV12 is YCbCr420 in P2, YV12 is YCrCb420 in P3, I420 is YCbCr420 in P3, YUY2 is YCbCr422 in C2, UYVY is
+ *  CbYCr422 in C2. Values are of any range: none is looked at.
  *
  *  Chroma planes of 4:2:2 have half the width of luma, of 4:2:0 half the width and half the height, of 4:1:1 a quarter
  *  of the width. What becomes of chroma, in row r and column c of its plane:
  *
- *    4:2:2 to 4:2:0   odd rows are dropped          dst[r][c] = src[2 r][c]
- *    4:2:0 to 4:2:2   rows are repeated             dst[2 r][c] = dst[2 r + 1][c] = src[r][c]
- *    4:2:2 to 4:1:1   odd columns are dropped       dst[r][c] = src[r][2 c]
- *    4:1:1 to 4:2:2   columns are repeated          dst[r][2 c] = dst[r][2 c + 1] = src[r][c]
- *    4:2:0 to 4:1:1   odd columns become odd rows   dst[2 r][c] = src[r][2 c], dst[2 r + 1][c] = src[r][2 c + 1]
- *    4:1:1 to 4:2:0   odd rows become odd columns   dst[r][2 c] = src[2 r][c], dst[r][2 c + 1] = src[2 r + 1][c]
+ *  | from           | what happens                | where the samples go                                         |
+ *  |----------------|-----------------------------|--------------------------------------------------------------|
+ *  | 4:2:2 to 4:2:0 | odd rows are dropped        | dst[r][c] = src[2 r][c]                                      |
+ *  | 4:2:0 to 4:2:2 | rows are repeated           | dst[2 r][c] = dst[2 r + 1][c] = src[r][c]                    |
+ *  | 4:2:2 to 4:1:1 | odd columns are dropped     | dst[r][c] = src[r][2 c]                                      |
+ *  | 4:1:1 to 4:2:2 | columns are repeated        | dst[r][2 c] = dst[r][2 c + 1] = src[r][c]                    |
+ *  | 4:2:0 to 4:1:1 | odd columns become odd rows | dst[2 r][c] = src[r][2 c], dst[2 r + 1][c] = src[r][2 c + 1] |
+ *  | 4:1:1 to 4:2:0 | odd rows become odd columns | dst[r][2 c] = src[2 r][c], dst[r][2 c + 1] = src[2 r + 1][c] |
+ *
+ *  Columns and rows beyond whole blocks, of as many columns and rows as the smallest width and height, are neither read
+ *  nor written; there is no warning.
  *
  *  Checks: null pointers, those inside plane arrays included, then the size. The smallest width is 4 with 4:1:1 on
  *  either side, else 2. The smallest height is 2 with 4:2:0 on either side, and 1 in zumiYCbCr422_8u_C2P3R,
- *  zumiYCrCb422ToYCbCr422_8u_C2P3R, zumiYCbCr422_8u_P3C2R and zumiCbYCr422ToYCbCr422_8u_C2R; the other functions
- *  accept any height and do nothing if it is 0 or less. Steps are not checked.
- *
- *  Columns and rows beyond whole blocks, of as many columns and rows as the smallest width and height, are neither
- *  read nor written; there is no warning. One thread.
+ *  zumiYCrCb422ToYCbCr422_8u_C2P3R, zumiYCbCr422_8u_P3C2R and zumiCbYCr422ToYCbCr422_8u_C2R; the other functions accept
+ *  any height and do nothing if it is 0 or less. Steps are not checked. One thread.
  *  @{ */
 
 /** Packed CbYCr 4:2:2 to packed YCbCr 4:2:2. */

@@ -124,11 +124,11 @@ def packed422(order, pairs=2):
     return ' '.join(cells)
 
 
-def planes(columns, rows, across, down):
+def planes(columns, rows, across, down, chroma_names=('Cb', 'Cr')):
     """Planes of Y, Cb and Cr with a chroma pair for `across` by `down` pixels."""
     luma, chroma = numbered('Y', columns), columns // across
     return [Grid('Y', *[luma] * rows, group=(across, down), pad=2)] + [
-        Grid(name, *[numbered(name, chroma)] * (rows // down), pad=1) for name in ('Cb', 'Cr')]
+        Grid(name, *[numbered(name, chroma)] * (rows // down), pad=1) for name in chroma_names]
 
 
 def pairs(columns, rows, across, down):
@@ -176,6 +176,20 @@ def separate(names):
     return [Grid(name, *[numbered(name, 4)] * 2, pad=1) for name in names]
 
 
+def band(name, rows, top, bottom):
+    """What the call for the rows from `top` to `bottom` does, in a picture of so many rows."""
+    begin, end = (top if top == 0 else top - 2), (bottom if bottom == rows else bottom - 2)
+    first, last = max(begin - 1, 0), min(end, rows - 1)
+    return Grid(name, *['written@dark' if begin <= r < end else 'read@light' if first <= r <= last else '@'
+                        for r in range(rows)], unit=70)
+
+
+def bands(rows, height):
+    return [Grid('Y', *[numbered('Y', 4)] * rows, group=(4, height), notes=[f'row {r}' for r in range(rows)])] + [
+        band(name, rows, top, top + height) for name, top in (
+            ('zumTopBand', 0), ('zumMiddleBand', height), ('zumBottomBand', rows - height))]
+
+
 def pair_rows(columns, rows):
     return Grid('Cb, Cr', *[numbered('Cb Cr', columns // 2)] * rows, group=(2, 1),
                 notes=[f'row {r}' for r in range(rows)])
@@ -201,6 +215,8 @@ PICTURES = {
     'p3-420': ('Three planes, 4:2:0', planes(4, 4, 2, 2), 3),
     'p3-411': ('Three planes, 4:1:1', planes(8, 2, 4, 1), 3),
     'p3-1620': ('Three planes, a chroma pair for four by four pixels', planes(8, 4, 4, 4), 3),
+    'p3-yuv422': ('Three planes of YUV, 4:2:2', planes(4, 2, 2, 1, ('U', 'V')), 3),
+    'p3-yuv420': ('Three planes of YUV, 4:2:0', planes(4, 4, 2, 2, ('U', 'V')), 3),
     'p2-420': ('A plane of Y and a plane of pairs, 4:2:0', pairs(4, 4, 2, 2), 2),
     'p2-411': ('A plane of Y and a plane of pairs, 4:1:1', pairs(8, 2, 4, 1), 2),
     'ap4': ('Four planes, the fourth is alpha', separate('HLSA') + separate('BGRA'), 4),
@@ -212,6 +228,7 @@ PICTURES = {
         mosaic('GBRG', 'G B', 'R G'), mosaic('GRBG', 'G R', 'B G')], 4),
     'field': ('The rows of two fields, and the filter of luma', [
         fields(4, 6), weights('row 2, in quarters', 1, 6, 1, 2, 1), pair_rows(4, 3)], 3),
+    'bands': ('What the calls for three bands of four rows read and write', bands(12, 4), 4),
 }
 
 
