@@ -178,9 +178,11 @@ typedef struct ZumsRandUniState_32f ZumsRandUniState_32f;
  *  @ref reduce, which divides its work by the number of threads.
  *  @{ */
 
-/** The number of threads that the parallel functions ask OpenMP for. It starts as the OpenMP runtime's own maximum. */
+/** The number of threads that the parallel functions ask OpenMP for. It starts as the OpenMP runtime's own maximum;
+ *  a value below 1 counts as 1. */
 extern ZUM_API Zum32s threads_omp_of_n_zum;
-/** The allocator behind the allocation functions and the work buffers: the C library's malloc unless replaced. */
+/** The allocator behind the allocation functions and the work buffers: the C library's malloc unless replaced. It may
+ *  return null, and blocks of any alignment. */
 extern ZUM_API void* (*i_malloc)(size_t size);
 /** The counterpart of i_malloc: the C library's free unless replaced. */
 extern ZUM_API void (*i_free)(void* block);
@@ -509,9 +511,9 @@ ZUM_API ZumStatus zumiYUV420ToRGB_8u_P3(const Zum8u* const pSrc[3], Zum8u* const
  *
  *  Sources are three bytes a pixel (B, G, R), four (B, G, R and alpha, which is not read), or one Zum16u with blue in
  *  its lowest bits: 5, 6 and 5 bits (BGR565) or 5, 5 and 5 (BGR555, the highest bit is ignored), each widened to a byte
- *  by zeros, so that white is 248, 252 or 248, 248. The scales are those of @ref ycbcr444 and @ref yuv. Chroma is that
- *  of the mean of the pixels that share it, centred at 128.125 in YCbCr. Each plane has its own step; the planes of
- *  YCrCb are in the order Y, Cr, Cb.
+ *  by zeros, so that no sample reaches 255. The scales are those of @ref ycbcr444 and @ref yuv. Chroma is that of the
+ *  mean of the pixels that share it, centred at 128.125 in YCbCr. Each plane has its own step; the planes of YCrCb are
+ *  in the order Y, Cr, Cb.
  *
  *  In block columns the terms of a sum are truncated to a fraction of the result before they are added; elsewhere sums
  *  are exact. Y is rounded in both:
@@ -846,12 +848,12 @@ ZUM_API ZumStatus zumiBGR565ToBGR_16u8u_C3R(const Zum16u* pSrc, int srcStep, Zum
  *  threshold goes by the place of the pixel, in a matrix of 4 by 4 that starts at the first pixel of each call, from
  *  nothing to about a whole step between levels in the order of these ranks:
  *
- *  | row mod 4 | column mod 4: 0 | 1  | 2  | 3  |
- *  |-----------|-----------------|----|----|----|
- *  | 0         | 0               | 8  | 2  | 10 |
- *  | 1         | 12              | 4  | 14 | 6  |
- *  | 2         | 3               | 11 | 1  | 9  |
- *  | 3         | 15              | 7  | 13 | 5  |
+ *  | rows, columns modulo 4 | 0  | 1  | 2  | 3  |
+ *  |------------------------|----|----|----|----|
+ *  | 0                      | 0  | 8  | 2  | 10 |
+ *  | 1                      | 12 | 4  | 14 | 6  |
+ *  | 2                      | 3  | 11 | 1  | 9  |
+ *  | 3                      | 15 | 7  | 13 | 5  |
  *
  *  0 is 0 everywhere, and 255 the highest level, but for the green of 565 at rank 15, which is 62 of 63.
  *
