@@ -1019,20 +1019,29 @@ ZUM_API ZumStatus zumiCbYCr422ToBGR_8u_C2C4R(const Zum8u* pSrc, int srcStep, Zum
 /** @} */
 
 /** @defgroup gray Gray
- *  The weighted sum of three interleaved channels, which may be in any order: the weights are those of channel 0, 1 and
- *  2. Either 0.299, 0.587, 0.114, for luma from RGB, or the caller's three, of any sign and size; a null pointer to
- * them means the default. The fourth channel of AC4 images is not read.
+ *  The weighted sum of three interleaved channels, as one channel of the same depth. The weights are those of channels
+ *  0, 1 and 2, whatever their colours: zumiRGBToGray takes 0.299, 0.587 and 0.114, which give the luma of ITU-R BT.601
+ *  from RGB; zumiColorToGray takes the caller's three, of any sign and size, or these for a null pointer. The fourth
+ *  channel of AC4 images is not read.
  *
- *  At 8u the weights are rounded to multiples of 1/4096, modulo 16. In block columns each of the three terms is
- *  truncated to a sixteenth, and the result is limited to 0..255, but 0 for sums of 2048 and more; in the columns
- * behind them the exact sum is truncated to its low 8 bits. So white is 254 in the ones and 255 in the others. Block
- * columns are the width rounded down to 4 (C3) or 8 (AC4).
+ *  Bytes are summed in integers, with weights rounded to multiples of 1/4096 and taken modulo 16. Wider samples are
+ *  summed in single precision, (c0 w0 + c1 w1) + c2 w2, and 16-bit results are truncated from that. 16s samples stand
+ *  for their distance from -32768.
  *
- *  Wider samples are summed in single precision. At 16u the truncated sum is stored modulo 65536, 0 if it is no 32-bit
- *  number. At 16s samples stand for their distance from -32768; in block columns, the width rounded down to 4, the
- *  result is limited, in those behind them it is stored modulo 65536. At 32f the sum is stored as it is.
+ *  | samples | block columns           | in blocks                                     | behind them         |
+ *  |---------|-------------------------|-----------------------------------------------|---------------------|
+ *  | 8u C3   | width rounded down to 4 | terms truncated to sixteenths, then their sum | exact sum truncated |
+ *  | 8u AC4  | width rounded down to 8 | terms truncated to sixteenths, then their sum | exact sum truncated |
+ *  | 16u     | none                    |                                               | low 16 bits         |
+ *  | 16s     | width rounded down to 4 | limited to the range                          | low 16 bits         |
+ *  | 32f     | none                    |                                               | as it is            |
  *
- *  Minimum size 1 by 1; steps are not checked; 16-bit and 32f steps are counted in samples, rounded down; one thread.
+ *  At 8u white is 254 in blocks and 255 behind them. By the caller's weights sums can leave the range: those in blocks
+ *  are limited to 0..255, but are 0 from 2048 on, the others keep their low 8 bits. A sum beyond the 32-bit integers is
+ *  0 at 16u; at 16s it is the largest sample in blocks and the smallest behind them.
+ *
+ *  Checks: null pointers (zumErrNullPtr), a size below 1 by 1 (zumErrSize). Steps are not checked; those of 16-bit and
+ *  32f images lose the bits that are no whole sample. One thread.
  *  @{ */
 
 /** RGB to gray, 8-bit. */
@@ -1079,16 +1088,28 @@ ZUM_API ZumStatus zumiColorToGray_32f_AC4C1R(const Zum32f* pSrc, int srcStep, Zu
 /** @} */
 
 /** @defgroup hsv HSV
- *  RGB to and from hue, saturation, value: the hexcone model with the hue circle in 255 (8u) or 65535 (16u) units, so
- * that the largest hue is the same as hue 0, and saturation and value over the full range. Computed in single
- * precision; the divisions of the forward direction are the processor's reciprocal estimate, refined once at 16u.
+ *  RGB to and from hue, saturation, value: the hexcone model, V being the largest channel and S its distance from the
+ *  smallest in parts of V.
  *
- *  Block columns are the width rounded down to 4. At 8u they truncate the results and the columns behind them round, to
- *  the nearest by the thread's rounding mode; at 16u both round. On a tie of two channels for the value, block columns
- *  test green last and the others blue last, which can move the hue by one unit.
+ *  | channel | 8u                                 | 16u                                    |
+ *  |---------|------------------------------------|----------------------------------------|
+ *  | H       | 0..255, the circle being 255 units | 0..65535, the circle being 65535 units |
+ *  | S       | 0..255                             | 0..65535                               |
+ *  | V       | 0..255                             | 0..65535                               |
  *
- *  Minimum size 1 by 1; steps are not checked; 16u steps lose their low bit. The fourth channel of AC4 images is
- * neither read nor written. From 4097 pixels on the rows are divided among threads_omp_of_n_zum threads.
+ *  Hue rises from red over green, at a third of the circle, and blue, at two thirds; the largest hue is the same as the
+ *  smallest. Gray has hue and saturation 0, and without saturation any hue gives gray.
+ *
+ *  V is exact; all else is computed in single precision. The divisions of the forward direction are the processor's
+ *  reciprocal estimate, refined once at 16u, so that full saturation may come out as 254 at 8u.
+ *
+ *  Block columns are the width rounded down to 4. At 8u they truncate the results, in both directions, and the columns
+ *  behind them round to the nearest by the thread's rounding mode; at 16u both round. On a tie of two channels for V,
+ *  block columns test green last and the others blue last, which can move the hue by one unit.
+ *
+ *  The fourth channel of AC4 images is neither read nor written. Checks: null pointers (zumErrNullPtr), a size below 1
+ *  by 1 (zumErrSize). Steps are not checked; 16u steps lose their low bit. From 4097 pixels on the rows are divided
+ *  among threads_omp_of_n_zum threads.
  *  @{ */
 
 /** RGB to HSV. */
@@ -1111,18 +1132,29 @@ ZUM_API ZumStatus zumiHSVToRGB_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u*
 /** @} */
 
 /** @defgroup ycc YCC
- *  RGB to and from a luma-chroma model of photographs: Y is the luma 0.299 R + 0.587 G + 0.114 B over 1.402, which
- *  leaves room for highlights above white; C1 is 0.43686 (B - luma) and C2 is 0.53192 (R - luma), with offsets of 156
- *  and 137 at 8u, 257 times that at 16u and 1/255 of it at 32f. 16s samples stand for their distance from -32768.
+ *  RGB to and from PhotoYCC, the model of photographs on the Photo CD: the luma of ITU-R BT.601, 0.299 R + 0.587 G +
+ *  0.114 B, and two differences from it,
  *
- *  Block columns are the width rounded down to 8 (8u C3) or 4 (8u AC4 and 16-bit). At 8u terms are truncated at 16 bits
- *  in block columns and sums, but for green, at 32 bits in those behind them; they can differ by 1. Wider samples are
- *  converted in single precision. 16-bit results are truncated in block columns; behind them they have 0.49999 added
- *  first, except from YCC at 16s. Integers and the RGB of 32f are limited to their range.
+ *  | channel | forward                     | 8u (from RGB)       | 16u offset | 32f offset |
+ *  |---------|-----------------------------|---------------------|------------|------------|
+ *  | Y       | luma / 1.402                | 0..181              | 0          | 0          |
+ *  | C1      | 0.43686 (B - luma) + offset | 57..254, offset 156 | 40092      | 156/255    |
+ *  | C2      | 0.53192 (R - luma) + offset | 41..232, offset 137 | 35209      | 137/255    |
  *
- *  Minimum size 1 by 1; steps are not checked; 16-bit and 32f steps are counted in samples, rounded down. The fourth
- *  channel of AC4 images is neither read nor written. From 4097 pixels on the rows are divided among
- *  threads_omp_of_n_zum threads.
+ *  and back, with u and v for C1 and C2 less their offsets: R = 1.3584 Y + 1.8215 v, B = 1.3584 Y + 2.2179 u, G =
+ *  1.3584 Y - 0.194 (2.2179 u) - 0.509 (1.8215 v). Y has room for highlights: white comes back from 188, though forward
+ *  it is 181, so that a round trip leaves 245 of it. 16s samples stand for their distance from -32768, 32f ones are
+ *  parts of 1.
+ *
+ *  Bytes are converted in integers: block columns truncate terms at 16 bits, those behind them sums, but for green, at
+ *  32 bits; they can differ by 1. Wider samples are converted in single precision; 16-bit results are truncated in
+ *  block columns, and behind them have 0.49999 added first, except from YCC at 16s. Block columns are the width rounded
+ *  down to 8 at 8u C3, to 4 at 8u AC4 and 16 bits; 32f has none. Integers and the RGB of 32f are limited to their
+ *  range, the YCC of 32f is stored as it is.
+ *
+ *  The fourth channel of AC4 images is neither read nor written. Checks: null pointers (zumErrNullPtr), a size below 1
+ *  by 1 (zumErrSize). Steps are not checked; those of 16-bit and 32f images lose the bits that are no whole sample.
+ *  From 4097 pixels on the rows are divided among threads_omp_of_n_zum threads.
  *  @{ */
 
 /** RGB to YCC. */
@@ -1161,19 +1193,27 @@ ZUM_API ZumStatus zumiYCCToRGB_32f_AC4R(const Zum32f* pSrc, int srcStep, Zum32f*
 /** @} */
 
 /** @defgroup xyz XYZ
- *  RGB to and from CIE XYZ, by the matrices of linear RGB with the primaries of ITU-R BT.709 and the white point D65.
- * No transfer curve is applied: samples are taken as linear. XYZ is in the units of RGB, so that the Y of white is full
- *  scale; white's Z, 1.09 times that, is limited.
+ *  RGB to and from CIE 1931 XYZ, by the matrices of linear RGB with the primaries of ITU-R BT.709 and the white point
+ *  D65. No transfer curve is applied: samples are taken as linear.
  *
- *  At 8u the sums are exact and truncated, of factors at 32768 times (RGB to XYZ) or 8192 times (XYZ to RGB) in block
- *  columns and at 65536 times in those behind them: white is (242, 255, 255) in the ones and (242, 254, 255) in the
- *  others. Block columns are the width rounded down to 8, with alpha to 4. Wider samples are converted in single
- *  precision, the same way in all columns, 16-bit results truncated. 16s samples stand for their distance from -32768.
- *  Results are limited to their range, except that at 32f X and Y are stored as they are.
+ *  | to XYZ                                   | from XYZ                                  |
+ *  |------------------------------------------|-------------------------------------------|
+ *  | X = 0.412453 R + 0.35758 G + 0.180423 B  | R = 3.240479 X - 1.53715 Y - 0.498535 Z   |
+ *  | Y = 0.212671 R + 0.71516 G + 0.072169 B  | G = -0.969256 X + 1.875991 Y + 0.041556 Z |
+ *  | Z = 0.019334 R + 0.119193 G + 0.950227 B | B = 0.055648 X - 0.204043 Y + 1.057311 Z  |
  *
- *  Minimum size 1 by 1; steps are not checked; 16-bit and 32f steps are counted in samples, rounded down. The fourth
- *  channel of AC4 images is neither read nor written. From 4097 pixels on the rows are divided among
- *  threads_omp_of_n_zum threads.
+ *  XYZ is in the units of RGB: the Y of white is full scale, its X 0.95 of that, and its Z, 1.09 of it, is limited to
+ *  full scale. White does not come back therefore: 231 is left of its blue at 8u. 16s samples stand for their distance
+ *  from -32768. Results are limited to their range, except that at 32f X and Y are stored as they are.
+ *
+ *  At 8u the sums are exact and truncated, of factors at 32768 times (to XYZ) or 8192 times (from XYZ) in block columns
+ *  and at 65536 times in those behind them: white is (242, 255, 255) in the ones and (242, 254, 255) in the others.
+ *  Block columns are the width rounded down to 8, with alpha to 4. Wider samples are converted in single precision, the
+ *  same way in all columns, 16-bit results truncated.
+ *
+ *  The fourth channel of AC4 images is neither read nor written. Checks: null pointers (zumErrNullPtr), a size below 1
+ *  by 1 (zumErrSize). Steps are not checked; those of 16-bit and 32f images lose the bits that are no whole sample.
+ *  From 4097 pixels on the rows are divided among threads_omp_of_n_zum threads.
  *  @{ */
 
 /** RGB to XYZ. */
@@ -1212,27 +1252,36 @@ ZUM_API ZumStatus zumiXYZToRGB_32f_AC4R(const Zum32f* pSrc, int srcStep, Zum32f*
 /** @} */
 
 /** @defgroup hls HLS
- *  RGB to and from hue, lightness, saturation: the double hexcone model, lightness being the mean of the largest and
- * the smallest channel. Computed in single precision, with hue in degrees in between.
+ *  RGB to and from hue, lightness, saturation: the double hexcone model, L being the mean of the largest and the
+ *  smallest channel, and S their distance in parts of the largest one that this lightness allows.
  *
- *  - 8u, 16u: the hue circle is 255 or 65535 units, lightness and saturation have the full range.
- *  - 16s: the same as 16u from -32768 on: 32768 is added to every sample that is read and taken off every sample that
- *    is written.
- *  - 32f: everything from 0 to 1, a whole circle being 1. Nothing is clamped.
+ *  | samples | H, L and S                                                              |
+ *  |---------|-------------------------------------------------------------------------|
+ *  | 8u      | 0..255, the circle of hues being 255 units                              |
+ *  | 16u     | 0..65535, the circle being 65535 units                                  |
+ *  | 16s     | as 16u, from -32768 on: every sample stands for its distance from there |
+ *  | 32f     | 0..1, the circle being 1; nothing is limited                            |
+ *
+ *  Hue rises from red over green, at a third of the circle, and blue, at two thirds. Gray has hue and saturation 0. All
+ *  is computed in single precision, with hue in degrees in between.
  *
  *  To HLS the integer depths truncate all results. Their divisions are the processor's reciprocal estimate, refined
- * once, but not refined in the block columns of 8u, where hue and saturation may therefore differ by one from the
- * columns behind them. 32f divides; there a range of the channels of at most 2^-23 counts as gray. Gray has hue and
- * saturation 0.
+ *  once, but not refined in the block columns of 8u, where hue and saturation may therefore differ by one from the
+ *  columns behind them. 32f divides; there a range of the channels of at most 2^-23 counts as gray.
  *
- *  From HLS hue is not wrapped around: the largest one is 360 degrees, which is red. 8u truncates. 16u truncates to a
- * scale of 32767.5 and doubles, so that results are even, but for gray behind the block columns, which is kept. 16s
- * truncates; behind the block columns it divides where block columns multiply by reciprocals, and adds 0.49999 before
- * it truncates. 32f divides behind the block columns too, and keeps gray as it is.
+ *  From HLS hue is not wrapped around: the largest one is 360 degrees, which is red. In detail:
  *
- *  Block columns are the width rounded down to 8 at 8u C3, to 4 elsewhere. Minimum size 1 by 1; steps are not checked
- * and lose the bits that are no whole sample. The fourth channel of AC4 images is neither read nor written. From 4097
- * pixels on the rows are divided among threads_omp_of_n_zum threads.
+ *  | samples | in block columns                                     | behind them                                 |
+ *  |---------|------------------------------------------------------|---------------------------------------------|
+ *  | 8u      | truncated                                            | the same                                    |
+ *  | 16u     | truncated on a scale of 32767.5 and doubled, so even | the same, but gray is kept                  |
+ *  | 16s     | truncated                                            | by divisions, 0.49999 added, then truncated |
+ *  | 32f     | multiplied by reciprocals, gray is kept              | by divisions, gray is kept                  |
+ *
+ *  Block columns are the width rounded down to 8 at 8u C3, to 4 elsewhere. The fourth channel of AC4 images is neither
+ *  read nor written. Checks: null pointers (zumErrNullPtr), a size below 1 by 1 (zumErrSize). Steps are not checked;
+ *  those of 16-bit and 32f images lose the bits that are no whole sample. From 4097 pixels on the rows are divided
+ *  among threads_omp_of_n_zum threads.
  *  @{ */
 
 /** RGB to HLS. */
@@ -1271,12 +1320,20 @@ ZUM_API ZumStatus zumiHLSToRGB_32f_AC4R(const Zum32f* pSrc, int srcStep, Zum32f*
 /** @} */
 
 /** @defgroup hlsbgr HLS and BGR
- *  BGR to and from HLS, 8-bit, interleaved and planar, alpha copied where the destination is not AC4. The arithmetic is
- * that of the HLS group; block columns are the width rounded down to 4 in all layouts. The planes of an image are in
- * the order of its name and share one step.
+ *  BGR to and from HLS in bytes, interleaved and planar, with and without alpha. Scales and arithmetic are those of
+ *  @ref hls at 8u: H, L and S are 0..255, and the circle of hues is 255 units. Block columns are the width rounded down
+ *  to 4 in all layouts; from HLS all columns are alike. The planes of an image are in the order of its name, B, G, R or
+ *  H, L, S, and share one step.
  *
- *  Checks: null pointers and null planes, then steps below 1 (zumErrStep), then a size below 1 by 1. The rows are
- * divided among threads_omp_of_n_zum threads, however few they are.
+ *  | layout       | alpha                                                                                |
+ *  |--------------|--------------------------------------------------------------------------------------|
+ *  | AC4          | stays as it is in the destination                                                    |
+ *  | AP4          | copied from plane to plane                                                           |
+ *  | AP4C4, AC4P4 | copied from the fourth plane to the fourth channel, or from the channel to the plane |
+ *
+ *  Checks: null pointers and null planes (zumErrNullPtr), then steps below 1 (zumErrStep), then a size below 1 by 1
+ *  (zumErrSize); with AC4 the size comes before the steps. The rows are divided among threads_omp_of_n_zum threads,
+ *  however few they are.
  *  @{ */
 
 /** BGR to HLS, alpha left as it is in the destination. Here the size is checked before the steps. */
@@ -1321,27 +1378,34 @@ ZUM_API ZumStatus zumiHLSToBGR_8u_C3P3R(const Zum8u* pSrc, int srcStep, Zum8u* c
 /** @} */
 
 /** @defgroup luv LUV
- *  RGB to and from CIE 1976 L*u*v*, relative to D65, RGB taken as linear. Computed in single precision.
+ *  RGB to and from CIE 1976 L*u*v*, relative to D65. RGB is taken as linear, with the primaries of ITU-R BT.709, by the
+ *  matrices of @ref xyz. Computed in single precision.
  *
- *  L* of 0..100, u* of -134..220 and v* of -140..122 are coded over the full range of 8u and 16u samples; a 16s sample
- *  is a 16u one less 32768. 32f images hold L*, u* and v* themselves, and RGB of 0..1.
+ *  | channel       | 8u                   | 16u                    | 32f  |
+ *  |---------------|----------------------|------------------------|------|
+ *  | L*, 0..100    | L* 255 / 100         | L* 65535 / 100         | L*   |
+ *  | u*, -134..220 | (u* + 134) 255 / 354 | (u* + 134) 65535 / 354 | u*   |
+ *  | v*, -140..122 | (v* + 140) 255 / 262 | (v* + 140) 65535 / 262 | v*   |
+ *  | R, G, B       | 0..255               | 0..65535               | 0..1 |
  *
- *  Forward: at 8u L* is looked up by the rounded luminance, and all else divided out, in all columns. At the other
- *  depths the cube root is a series about one of 128 points, and the division the processor's reciprocal estimate,
- *  refined once. Block columns are then the width rounded down to 4: at 16u and 16s they truncate L* and the columns
- *  behind them round it. The code of v* is half a unit high at 16u and 16s.
+ *  A 16s sample is a 16u one less 32768. Black is (0, 97, 136) at 8u.
  *
- *  Inverse: block columns are the width rounded down to 4, or to 8 with three channels at 8u. They truncate, and
+ *  Forward, at 8u L* is looked up by the rounded luminance, and all else divided out and rounded, in all columns. At
+ *  the other depths the cube root is a series about one of 128 points, and the division the processor's reciprocal
+ *  estimate, refined once. At 16u and 16s block columns, the width rounded down to 4, truncate L* and the columns
+ *  behind them round it; u* and v* are rounded everywhere, and the code of v* is half a unit high.
+ *
+ *  Inverse, block columns are the width rounded down to 4, or to 8 with three channels at 8u. They truncate, and
  *  multiply by the reciprocal estimate, refined once at 16u and 16s. The columns behind them round, divide and take a
- *  slightly different white. At 32f all columns divide.
+ *  slightly different white. At 32f all columns divide, and results are limited to 0..1.
  *
  *  Two results at 32f are unlike their surroundings. Forward, a luminance of exactly 1 gives L* = 26.426399; above 1
  *  L*, u* and v* have no meaning. Inverse, the first pixel of a row whose L* is below 0.00009 becomes 0 and ends the
  *  row: the columns behind it are left as they are.
  *
- *  Minimum size 1 by 1; steps are not checked; 16u and 16s steps lose their low bit, and those of the inverse 32f
- *  functions their low two. The fourth channel of AC4 images is neither read nor written. From 4097 pixels on the rows
- *  are divided among threads_omp_of_n_zum threads.
+ *  The fourth channel of AC4 images is neither read nor written. Checks: null pointers (zumErrNullPtr), a size below 1
+ *  by 1 (zumErrSize). Steps are not checked; 16u and 16s steps lose their low bit, and those of the inverse 32f
+ *  functions their low two. From 4097 pixels on the rows are divided among threads_omp_of_n_zum threads.
  *  @{ */
 
 /** RGB to LUV. */
@@ -1380,17 +1444,21 @@ ZUM_API ZumStatus zumiLUVToRGB_32f_AC4R(const Zum32f* pSrc, int srcStep, Zum32f*
 /** @} */
 
 /** @defgroup lab Lab
- *  BGR to and from CIE 1976 L*a*b*, relative to D65, BGR taken as linear. Computed in single precision and rounded to
- *  the nearest by the thread's rounding mode; all columns alike.
+ *  BGR in bytes to and from CIE 1976 L*a*b*, relative to D65. BGR is taken as linear, with the primaries of ITU-R
+ *  BT.709, by the matrices of @ref xyz. Lab pixels are three interleaved channels, of 8 or of 16 bits.
  *
- *  Coded in bytes, L* of 0..100 takes the full range, and a* and b* are 128 more. Coded in 16 bits, L* takes the full
- *  range, and a* + 128 and b* + 128 are times 255.
+ *  | channel    | 8 bits   | 16 bits        |
+ *  |------------|----------|----------------|
+ *  | L*, 0..100 | L* 2.55  | L* 655.35      |
+ *  | a*         | a* + 128 | (a* + 128) 255 |
+ *  | b*         | b* + 128 | (b* + 128) 255 |
  *
- *  Forward, the cube root is a series about one of 128 points, and linear near black. The inverse cubes at all
- *  lightnesses, so that black does not come back as black but as (1, 1, 1).
+ *  Computed in single precision, rounded to the nearest by the thread's rounding mode and limited to the range; all
+ *  columns alike. Forward, the cube root is a series about one of 128 points, and linear near black. The inverse cubes
+ *  at all lightnesses, so that black does not come back as black but as (1, 1, 1).
  *
- *  Minimum size 1 by 1; steps are not checked, and used as they are. The rows are divided among threads_omp_of_n_zum
- *  threads at any size.
+ *  Checks: null pointers (zumErrNullPtr), a size below 1 by 1 (zumErrSize). Steps are not checked, and used as they
+ *  are, also odd ones of 16-bit images. The rows are divided among threads_omp_of_n_zum threads at any size.
  *  @{ */
 
 /** BGR to Lab. */
@@ -1405,37 +1473,58 @@ ZUM_API ZumStatus zumiLabToBGR_16u8u_C3R(const Zum16u* pSrc, int srcStep, Zum8u*
 /** @} */
 
 /** @defgroup reduce Bit reduction
- *  Fewer levels in every channel, and in the same pass fewer bits: the levels are evenly spaced over the range of the
- *  source, 0 to 1 for floats, and what is stored for one is its value in the depth of the destination; from 16-bit
- *  sources to bytes the high byte of the 16-bit level, except where dither is zumDitherNone.
+ *  Fewer levels in every channel, and in the same pass fewer bits. The levels are evenly spaced over the range of the
+ *  source, which is 0 to 1 for floats; what is stored for one is its value in the depth of the destination, truncated.
+ *  From 16-bit sources to bytes that is the high byte of the 16-bit level, except with zumDitherNone. C4 images have
+ *  four channels of the same kind; AC4 leaves the fourth sample of the destination as it is.
  *
- *  noise, 0 to 100, is a percentage of a step by which random numbers move every decision; the same numbers in every
- *  call. levels is 2 to 256, and to 65536 where both sides have 16 bits. dither is
+ *  levels is 2 to 256, and to 65536 where both sides have 16-bit integers. noise, 0 to 100, is a percentage of a step
+ *  by which random numbers move every decision; they depend on the place of the pixel alone and are the same in every
+ *  call.
+ *
+ *  dither is
+ *
  *  - zumDitherNone: the nearest level, the lower one halfway between two. noise is ignored.
- *  - zumDitherBayer: the level below the sample, or the one above if what remains is more than the threshold of the
- *    pixel, 0 to 15 fifteenths of a step. noise is added to the threshold. The channels of a pixel share it.
- *  - zumDitherFS, zumDitherJJN, zumDitherStucki: the level nearest to the sample plus the errors that its neighbours
- *    left, from left to right in every row. noise moves the border between two levels by up to its percentage of a step
- *    to either side. Samples that reach the top or fall below the bottom leave no error.
+ *  - zumDitherBayer, ordered dither: the level below the sample, or the one above if what remains is more than the
+ *    threshold of the pixel. noise is added to the threshold. The channels of a pixel share it.
+ *  - zumDitherFS, zumDitherJJN, zumDitherStucki, error diffusion: the level nearest to the sample plus the errors that
+ *    its neighbours left. noise moves the border between two levels by up to its percentage of a step to either side.
  *  - anything else: nothing is done, and zumOk returned.
  *
- *  Samples of floats outside 0..1, and levels that rounding or noise lifts past the top, are limited to the range of
- *  the destination or keep their low bits. With zumDitherNone only the 32f16u functions other than AC4 keep low bits.
- *  With zumDitherBayer and no noise the tail of C1 rows keeps low bits; with noise, 32f sources in all but C4. The tail
- *  is the last width mod 4 pixels of a row. Other differences of tails with zumDitherBayer: without noise 16u8u and
- *  16s8u in C1 exchange the thresholds of their second and third pixel. With noise 8u in AC4 and C4 takes the
- *  fifteenths themselves for thresholds, without a step or noise; C4 of all other depths does so in the first channel
- *  and has threshold 0 in the other three. Diffusion keeps low bits.
+ *  Thresholds are fifteenths of a step, by Bayer's pattern, which repeats every four columns and rows. The errors that
+ *  reach a pixel * are those left of it and in the one or two rows above, with the weights of Floyd and Steinberg, of
+ *  Jarvis, Judice and Ninke, and of Stucki. Rows go from left to right, all of them. A sample that reaches the top or
+ *  falls below the bottom leaves no error.
  *
- *  C4 images have four channels of the same kind; AC4 leaves the fourth sample of the destination as it is. Checks:
- *  null pointers, size, noise (zumErrNoiseValue), levels (zumErrDitherLevels). Steps are not checked; they lose the
- *  bits below a sample of their side, except with zumDitherNone, and with zumDitherBayer in C4. zumErrMemAlloc if there
- *  is no memory for the noise or the errors; nothing has been written then.
+ *      Bayer            Floyd-Steinberg, / 16   Jarvis, Judice, Ninke, / 48   Stucki, / 42
+ *       0  8  2 10                               1  3  5  3  1                 1  2  4  2  1
+ *      12  4 14  6         1  5  3               3  5  7  5  3                 2  4  8  4  2
+ *       3 11  1  9         7  *                  5  7  *                       4  8  *
+ *      15  7 13  5
  *
- *  Threads: with zumDitherBayer rows are divided among threads_omp_of_n_zum threads. Diffusion divides channels, into
- *  as many sections as there are threads, at most one a channel, the first ones with one channel more if it does not
- *  come out even. Within a section the errors at the bottom of a channel go on to the top of the next, so that the
- *  result of images with more than one channel depends on the number of threads.
+ *  All is computed in single precision. Some truncations have 0.000009 added, so that a value that is a level but for a
+ *  rounding counts as it: with zumDitherBayer and noise those of 32f sources, but for C4; with zumDitherFS those of 32f
+ *  and 16s8u.
+ *
+ *  Out of range are samples of floats outside 0..1, and levels that rounding or noise lifts past the top. They are
+ *  limited to the range of the destination or keep their low bits. With zumDitherNone only the 32f16u functions other
+ *  than AC4 keep low bits. With zumDitherBayer and no noise the tail of C1 rows does; with noise, 32f sources in all
+ *  but C4. Diffusion keeps low bits.
+ *
+ *  The tail is the last width mod 4 pixels of a row. With zumDitherBayer tails differ in more: without noise 16u8u and
+ *  16s8u in C1 exchange the thresholds of their second and third pixel; with noise 8u in AC4 and C4 takes the
+ *  fifteenths themselves for thresholds, without a step or noise, and C4 of all other depths does so in the first
+ *  channel and has threshold 0 in the other three.
+ *
+ *  Checks: null pointers (zumErrNullPtr), a size below 1 by 1 (zumErrSize), noise (zumErrNoiseValue), levels
+ *  (zumErrDitherLevels). Steps are not checked; they lose the bits below a sample of their side, except with
+ *  zumDitherNone, and with zumDitherBayer in C4. zumErrMemAlloc if there is no memory for the noise or the errors;
+ *  nothing has been written then.
+ *
+ *  Threads: zumDitherNone takes one. With zumDitherBayer rows are divided among threads_omp_of_n_zum threads. Diffusion
+ *  divides channels, into as many sections as there are threads, at most one a channel, the first ones with one channel
+ *  more if it does not come out even. Within a section the errors at the bottom of a channel go on to the top of the
+ *  next, so that the result of images with more than one channel depends on the number of threads.
  *  @{ */
 
 /** 8-bit, one channel. */
@@ -1538,17 +1627,26 @@ ZUM_API ZumStatus zumiReduceBits_32f16s_C4R(const Zum32f* pSrc, int srcStep, Zum
 /** @} */
 
 /** @defgroup cfa Demosaic
- *  A mosaic of one sample a pixel, behind a two by two colour filter array of the Bayer kind, to interleaved RGB. Two
- *  pixels and more from the frame green is interpolated along the direction in which the site's own colour changes
- * less; in the two-pixel ring along the frame all neighbours are averaged, mirrored at the frame.
+ *  A mosaic of one sample a pixel, behind a two by two colour filter array of the Bayer kind, to interleaved RGB of the
+ *  same depth. Every pixel keeps the sample it has and gets the other two colours from its neighbours:
+ *
+ *  - Red or blue at a green pixel: the mean of the two neighbours of that colour.
+ *  - Blue at a red pixel, red at a blue one: the mean of the four neighbours across.
+ *  - Green, two pixels and more from the frame: the mean of the two neighbours above and below, or left and right,
+ *    along the direction in which the pixel's own colour, two pixels to either side, changes less; of all four if it
+ *    changes as much in both.
+ *  - Green in the two-pixel ring along the frame: the mean of all four.
+ *
+ *  Means are rounded to the nearest, halves up. Neighbours beyond the frame are mirrored: they are those across.
  *
  *  Unlike elsewhere the source is a whole image, pSrc its first sample and srcSize its size; srcRoi is the part to
  *  convert, and pDst is the pixel that receives the first pixel of that part. grid is the phase of the image, not of
- * the part. A part that reaches past the right or the lower frame is cropped there; for one that starts outside the
- * image nothing of use is written. If srcRoi is empty but starts in column or row 0, that column or row may be written.
+ *  the part. Samples up to two pixels around the part are read. A part that reaches past the right or the lower frame
+ *  is cropped there; of one that starts outside the image nothing is converted. If srcRoi is empty but starts in column
+ *  or row 0 or 1, that column or row may be written.
  *
- *  Checks: null pointers, srcSize below 2 by 2 (zumErrSize), grid (zumErrBadArg). Steps and srcRoi are not checked; the
- *  16u form loses the low bit of its steps. Source and destination must not overlap.
+ *  Checks: null pointers (zumErrNullPtr), srcSize below 2 by 2 (zumErrSize), grid (zumErrBadArg). Steps and srcRoi are
+ *  not checked; the 16u form loses the low bit of its steps. Source and destination must not overlap.
  *
  *  Threads: an interior of at least 192 by 192 pixels is cut into threads_omp_of_n_zum bands of rows, one a thread. If
  *  the OpenMP runtime grants fewer threads than that (because the caller is inside a parallel region already, for
@@ -1876,11 +1974,14 @@ ZUM_API ZumStatus zumiYCbCr420_8u_P2P3R(const Zum8u* pSrcY, int srcYStep, const 
  *  The transfer curve of ITU-R BT.709 on every colour sample: zumiGammaFwd from linear light to gamma-corrected values,
  *  zumiGammaInv back. On a scale of 0..1, and with the powers of the C library's pow in double precision,
  *
- *  - forward: 4.5 x below 0.018, 1.099 x^0.45 - 0.099 from there on;
- *  - inverse: x / 4.5 below 0.0812, ((x + 0.099) / 1.099)^(1 / 0.45) from there on.
+ *  | direction | near black                  | from there on                    |
+ *  |-----------|-----------------------------|----------------------------------|
+ *  | forward   | 4.5 x, for x below 0.018    | 1.099 x^0.45 - 0.099             |
+ *  | inverse   | x / 4.5, for x below 0.0812 | ((x + 0.099) / 1.099)^(1 / 0.45) |
  *
- *  Integer samples are parts of 255 or of 65535, rounded to the nearest. At 16 bits the value is rounded to single
- *  precision on its way, half a unit above its place: what then is an odd integer becomes the even one below.
+ *  Integer samples are parts of 255 or of 65535, rounded to the nearest; a tie at 8 bits goes to the even one. At 16
+ *  bits the value is rounded to single precision on its way, half a unit above its place: what then is an odd integer
+ *  becomes the even one below.
  *
  *  Single-precision samples are parts of the range vMin..vMax. Nothing is clamped: below vMin the curve goes on as a
  *  straight line, above vMax as the power. The rounding mode of the thread is followed.
@@ -1889,9 +1990,9 @@ ZUM_API ZumStatus zumiYCbCr420_8u_P2P3R(const Zum8u* pSrcY, int srcYStep, const 
  *  share a step. One thread. Functions on more than 65536 16-bit samples in all (3 width height, wrapping to 32 bits)
  *  use a table of 128 KiB, from zumsMalloc_16u.
  *
- *  Checks, in this order: vMax - vMin, in single precision, not above 0 (zumErrRange); null pointers, plane pointers
- *  among them (zumErrNullPtr); a width or height below 1 (zumErrSize); a step below 1 (zumErrStep); the table
- *  (zumErrMemAlloc).
+ *  Checks, in this order: at 32f vMax - vMin, in single precision, not above 0 (zumErrRange); null pointers, plane
+ *  pointers among them (zumErrNullPtr); a size below 1 by 1 (zumErrSize); a step below 1 (zumErrStep); the table
+ *  (zumErrMemAlloc). Steps are exact bytes, also odd ones.
  *  @{ */
 
 /** Linear to gamma-corrected at 8 bits, interleaved. */
@@ -1980,15 +2081,16 @@ ZUM_API ZumStatus zumiGammaInv_32f_IP3R(Zum32f* const pSrcDst[3], int step, Zumi
 /** @} */
 
 /** @defgroup colortwist Colour twist
- *  An affine map of the three colour samples of each pixel. twist is a matrix of three rows of four, row after row:
- *  output i is t[i][0] x0 + t[i][1] x1 + t[i][2] x2 + t[i][3], in single precision whatever the samples. The additions
- *  are made in this order, with a rounding after each operation:
+ *  An affine map of the three colour samples of each pixel: a matrix for another luma, for white balance, for
+ *  saturation, or from one model to another. twist is a matrix of three rows of four, row after row: output i is
+ *  t[i][0] x0 + t[i][1] x1 + t[i][2] x2 + t[i][3], in single precision whatever the samples, and in their units. The
+ *  additions are made in this order, with a rounding after each operation:
  *
- *  | samples           | order                                                                   |
- *  |-------------------|-------------------------------------------------------------------------|
- *  | 8u, 16u, 16s, 32f | (t[i][3] + x0 t[i][0]) + (x2 t[i][2] + x1 t[i][1])                      |
- *  | 8s                | ((x0 t[i][0] + x1 t[i][1]) + x2 t[i][2]) + t[i][3]                      |
- *  | 32f C4            | ((x0 t[i][0] + x1 t[i][1]) + x2 t[i][2]) + x3 t[i][3], i from 0 to 3    |
+ *  | samples           | order                                                                |
+ *  |-------------------|----------------------------------------------------------------------|
+ *  | 8u, 16u, 16s, 32f | (t[i][3] + x0 t[i][0]) + (x2 t[i][2] + x1 t[i][1])                   |
+ *  | 8s                | ((x0 t[i][0] + x1 t[i][1]) + x2 t[i][2]) + t[i][3]                   |
+ *  | 32f C4            | ((x0 t[i][0] + x1 t[i][1]) + x2 t[i][2]) + x3 t[i][3], i from 0 to 3 |
  *
  *  zumiColorTwist_32f stores the sums as they are, rounded by the caller's rounding mode. zumiColorTwist32f limits them
  *  to the range of the samples and rounds them to the nearest integer, ties to even, whatever rounding mode the caller
@@ -1996,8 +2098,8 @@ ZUM_API ZumStatus zumiGammaInv_32f_IP3R(Zum32f* const pSrcDst[3], int step, Zumi
  *  largest sample.
  *
  *  AC4: the fourth sample of a pixel is neither read nor written. C3IR, AC4IR and IP3R convert one image in place.
- *  Checks: null pointers, those inside plane arrays included; the size, at least 1 by 1; every step at least 1
- *  (zumErrStep). Steps are exact bytes, also odd ones. One thread.
+ *  Planes share a step. Checks: null pointers, twist and those inside plane arrays included (zumErrNullPtr); a size
+ *  below 1 by 1 (zumErrSize); a step below 1 (zumErrStep). Steps are exact bytes, also odd ones. One thread.
  *  @{ */
 
 /** Colour twist, single precision, interleaved. */
@@ -2085,14 +2187,16 @@ ZUM_API ZumStatus zumiColorTwist32f_16s_IP3R(Zum16s* const pSrcDst[3], int srcDs
 /** @} */
 
 /** @defgroup tonemap Tone mapping
- *  One channel of unbounded range to 8 bits, by one scale factor taken from the image. Products are truncated toward
- *  zero to 32-bit integers; a NaN, and a product beyond their range, becomes the most negative integer.
+ *  One channel of unbounded range to 8 bits, by one scale factor taken from the image: zumiToneMapLinear makes 255 of
+ *  the maximum, zumiToneMapMean of twice the mean, so that the mean becomes 127. Products are truncated toward zero to
+ *  32-bit integers; a NaN, and a product beyond their range, becomes the most negative integer.
  *
  *  If the maximum, or twice the mean, is negative or a NaN, nothing is written and the status is zumWrnNoOperation. If
  *  it is not above the smallest normal number, 1.1754944e-38, all of pDst becomes 0.
  *
- *  Checks: those of zumiMax_32f_C1R on source and size. Steps are not checked, and pDst only if it is filled with 0.
- *  One thread.
+ *  Checks: those of zumiMax_32f_C1R on source and size, a null source (zumErrNullPtr) and a size below 1 by 1
+ *  (zumErrSize). Steps are not checked, and pDst only if it is filled with 0. The mean can differ in its last bits with
+ *  the address of the source, as zumiSum_32f_C1R says. One thread.
  *  @{ */
 
 /** Scales the maximum (zumiMax_32f_C1R) to 255, in single precision, and stores the low 8 bits: negative samples wrap
@@ -2105,32 +2209,35 @@ ZUM_API ZumStatus zumiToneMapMean_32f8u_C1R(const Zum32f* pSrc, int srcStep, Zum
 /** @} */
 
 /** @defgroup ycocg YCoCg
- *  Interleaved BGR, or BGRA, to and from planes of Y, Co and Cg. SBGR is BGR of signed 16-bit samples. There is a lossy
- *  transform, and a reversible one of lifting steps, named _Rev, whose inverse gives the source back. Right shifts
- *  round down.
+ *  Interleaved BGR, or BGRA, to and from planes of Y, Co and Cg, the model of ITU-T H.264. SBGR is BGR of signed 16-bit
+ *  samples. There is a lossy transform, and a reversible one of lifting steps, named _Rev, whose inverse gives the
+ *  source back. Right shifts round down.
  *
- *  |            | lossy                         | _Rev                                                              |
- *  |------------|-------------------------------|-------------------------------------------------------------------|
- *  | to YCoCg   | Y = (R + 2 G + B + 2) >> 2    | Co = R - B, t = B + (Co >> 1)                                     |
- *  |            | Co = (R - B + 1) >> 1         | Cg = G - t                                                        |
- *  |            | Cg = (2 G - R - B + 2) >> 2   | Y = t + (Cg >> 1)                                                 |
- *  | from YCoCg | R = Y + Co - Cg               | t = Y - (Cg >> 1)                                                 |
- *  |            | G = Y + Cg                    | G = Cg + t                                                        |
- *  |            | B = Y - Co - Cg               | B = t - (Co >> 1), R = Co + B                                     |
+ *  |            | lossy                       | _Rev                          |
+ *  |------------|-----------------------------|-------------------------------|
+ *  | to YCoCg   | Y = (R + 2 G + B + 2) >> 2  | Co = R - B, t = B + (Co >> 1) |
+ *  |            | Co = (R - B + 1) >> 1       | Cg = G - t                    |
+ *  |            | Cg = (2 G - R - B + 2) >> 2 | Y = t + (Cg >> 1)             |
+ *  | from YCoCg | R = Y + Co - Cg             | t = Y - (Cg >> 1)             |
+ *  |            | G = Y + Cg                  | G = Cg + t                    |
+ *  |            | B = Y - Co - Cg             | B = t - (Co >> 1), R = Co + B |
  *
- *  | depth       | arithmetic                                                                                    |
- *  |-------------|-----------------------------------------------------------------------------------------------|
- *  | 8u16s       | exact                                                                                         |
- *  | 16s32s      | exact                                                                                         |
- *  | 16s to      | lossy: exact sums, saturated to 16 bits in block columns (width rounded down to 4); elsewhere |
- *  |             | the low 16 bits. _Rev: every step wraps around at 16 bits                                     |
- *  | 16s8u       | wraps around at 16 bits; then each of B, G and R is limited to 0..255                         |
- *  | 16s from    | wraps around at 16 bits                                                                       |
- *  | 32s16s      | wraps around at 32 bits; then the low 16 bits                                                 |
+ *  From bytes Y is 0..255; Co and Cg are -127..128, by _Rev -255..255.
  *
- *  C4 sources: the fourth sample is ignored. C4 destinations: the fourth sample of each pixel becomes fourth. The
- *  planes share one step, in bytes; steps are not checked. The only checks are those of the pointers: a width or
- *  height below 1 writes nothing and gives zumOk. One thread.
+ *  | depth    | arithmetic                                                                        |
+ *  |----------|-----------------------------------------------------------------------------------|
+ *  | 8u16s    | exact                                                                             |
+ *  | 16s32s   | exact                                                                             |
+ *  | 16s to   | lossy: exact sums, saturated to 16 bits in block columns, low 16 bits behind them |
+ *  | 16s to   | _Rev: every step wraps around at 16 bits                                          |
+ *  | 16s8u    | wraps around at 16 bits; then each of B, G and R is limited to 0..255             |
+ *  | 16s from | wraps around at 16 bits                                                           |
+ *  | 32s16s   | wraps around at 32 bits; then the low 16 bits                                     |
+ *
+ *  Block columns are the width rounded down to 4. C4 sources: the fourth sample is ignored. C4 destinations: the fourth
+ *  sample of each pixel becomes fourth. The planes share one step; steps are exact bytes, also odd ones, and not
+ *  checked. The only checks are those of the pointers, plane pointers among them (zumErrNullPtr): a width or height
+ *  below 1 writes nothing and gives zumOk. One thread.
  *  @{ */
 
 /** BGR to YCoCg, unsigned 8-bit to signed 16-bit. */

@@ -11,7 +11,7 @@ from xml.sax.saxutils import escape
 COLOURS = {
     'Y': '#cfcfcf', 'Cb': '#a9c4f5', 'Cr': '#f3aaa4', 'U': '#a9c4f5', 'V': '#f3aaa4',
     'R': '#f3aaa4', 'G': '#a8d8a4', 'B': '#a9c4f5', 'A': '#ffffff', '': '#ffffff',
-    'H': '#e3c2ee', 'L': '#cfcfcf', 'S': '#f6dea0',
+    'H': '#e3c2ee', 'L': '#cfcfcf', 'S': '#f6dea0', 'Co': '#f6cfa0', 'Cg': '#a8d8a4',
     'dark': '#a6a6a6', 'light': '#cfcfcf', 'pad': 'url(#pad)', 'kept': '#ffffff',
 }
 HEIGHT = 24       # of a cell
@@ -210,6 +210,7 @@ PICTURES = {
     'ac4-bgr': ('Four interleaved channels of BGR and alpha', [kept('B G R')], 1),
     'p3-rgb': ('Three planes of RGB', separate('RGB'), 3),
     'p3-hls': ('Three planes of HLS', separate('HLS'), 3),
+    'p3-ycocg': ('Three planes of YCoCg', separate(('Y', 'Co', 'Cg')), 3),
     'p3-444': ('Three planes, 4:4:4', planes(4, 2, 1, 1), 3),
     'p3-422': ('Three planes, 4:2:2', planes(4, 2, 2, 1), 3),
     'p3-420': ('Three planes, 4:2:0', planes(4, 4, 2, 2), 3),
