@@ -1132,8 +1132,8 @@ ZUM_API ZumStatus zumiHSVToRGB_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u*
 /** @} */
 
 /** @defgroup ycc YCC
- *  RGB to and from PhotoYCC, the model of photographs on the Photo CD: the luma of ITU-R BT.601, 0.299 R + 0.587 G +
- *  0.114 B, and two differences from it,
+ *  RGB to and from PhotoYCC, the model of photographs on the Photo CD: luma, and two colours' differences from it. Luma
+ *  is that of ITU-R BT.601, 0.299 R + 0.587 G + 0.114 B.
  *
  *  | channel | forward                     | 8u (from RGB)       | 16u offset | 32f offset |
  *  |---------|-----------------------------|---------------------|------------|------------|
@@ -1141,10 +1141,16 @@ ZUM_API ZumStatus zumiHSVToRGB_16u_AC4R(const Zum16u* pSrc, int srcStep, Zum16u*
  *  | C1      | 0.43686 (B - luma) + offset | 57..254, offset 156 | 40092      | 156/255    |
  *  | C2      | 0.53192 (R - luma) + offset | 41..232, offset 137 | 35209      | 137/255    |
  *
- *  and back, with u and v for C1 and C2 less their offsets: R = 1.3584 Y + 1.8215 v, B = 1.3584 Y + 2.2179 u, G =
- *  1.3584 Y - 0.194 (2.2179 u) - 0.509 (1.8215 v). Y has room for highlights: white comes back from 188, though forward
- *  it is 181, so that a round trip leaves 245 of it. 16s samples stand for their distance from -32768, 32f ones are
- *  parts of 1.
+ *  Back, with u and v for C1 and C2 less their offsets and y for 1.3584 Y:
+ *
+ *  | channel | inverse                                 |
+ *  |---------|-----------------------------------------|
+ *  | R       | y + 1.8215 v                            |
+ *  | G       | y - 0.194 (2.2179 u) - 0.509 (1.8215 v) |
+ *  | B       | y + 2.2179 u                            |
+ *
+ *  Y has room for highlights: white comes back from 188, though forward it is 181, so that a round trip leaves 245 of
+ *  it. 16s samples stand for their distance from -32768, 32f ones are parts of 1.
  *
  *  Bytes are converted in integers: block columns truncate terms at 16 bits, those behind them sums, but for green, at
  *  32 bits; they can differ by 1. Wider samples are converted in single precision; 16-bit results are truncated in
@@ -1393,7 +1399,8 @@ ZUM_API ZumStatus zumiHLSToBGR_8u_C3P3R(const Zum8u* pSrc, int srcStep, Zum8u* c
  *  Forward, at 8u L* is looked up by the rounded luminance, and all else divided out and rounded, in all columns. At
  *  the other depths the cube root is a series about one of 128 points, and the division the processor's reciprocal
  *  estimate, refined once. At 16u and 16s block columns, the width rounded down to 4, truncate L* and the columns
- *  behind them round it; u* and v* are rounded everywhere, and the code of v* is half a unit high.
+ *  behind them round it; u* and v* are rounded everywhere, and the code of v* is half a unit high. At 32f the two
+ *  differ only where Z is 0.
  *
  *  Inverse, block columns are the width rounded down to 4, or to 8 with three channels at 8u. They truncate, and
  *  multiply by the reciprocal estimate, refined once at 16u and 16s. The columns behind them round, divide and take a
@@ -1631,13 +1638,13 @@ ZUM_API ZumStatus zumiReduceBits_32f16s_C4R(const Zum32f* pSrc, int srcStep, Zum
  *  same depth. Every pixel keeps the sample it has and gets the other two colours from its neighbours:
  *
  *  - Red or blue at a green pixel: the mean of the two neighbours of that colour.
- *  - Blue at a red pixel, red at a blue one: the mean of the four neighbours across.
+ *  - Blue at a red pixel, red at a blue one: the mean of the four diagonal neighbours.
  *  - Green, two pixels and more from the frame: the mean of the two neighbours above and below, or left and right,
  *    along the direction in which the pixel's own colour, two pixels to either side, changes less; of all four if it
  *    changes as much in both.
  *  - Green in the two-pixel ring along the frame: the mean of all four.
  *
- *  Means are rounded to the nearest, halves up. Neighbours beyond the frame are mirrored: they are those across.
+ *  Means are rounded to the nearest, halves up. A neighbour beyond the frame is the one on the other side of the pixel.
  *
  *  Unlike elsewhere the source is a whole image, pSrc its first sample and srcSize its size; srcRoi is the part to
  *  convert, and pDst is the pixel that receives the first pixel of that part. grid is the phase of the image, not of
@@ -1972,7 +1979,7 @@ ZUM_API ZumStatus zumiYCbCr420_8u_P2P3R(const Zum8u* pSrcY, int srcYStep, const 
 
 /** @defgroup gamma Gamma
  *  The transfer curve of ITU-R BT.709 on every colour sample: zumiGammaFwd from linear light to gamma-corrected values,
- *  zumiGammaInv back. On a scale of 0..1, and with the powers of the C library's pow in double precision,
+ *  zumiGammaInv back. On a scale of 0..1, with the powers of the C library's pow in double precision, the curve is
  *
  *  | direction | near black                  | from there on                    |
  *  |-----------|-----------------------------|----------------------------------|
