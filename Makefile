@@ -5,6 +5,7 @@
 #   make test-i386     the tests on 32-bit x86;  make test-arm64 on 64-bit Arm, by emulation
 #   make bench         the speed of every function
 #   make bench-peers   the same conversions in other libraries
+#   make performance   docs/performance.md, the speed of all this on one page, in a quarter of an hour
 #   make package       Debian packages, in build/package, and a look at what they hold
 #   make docs          the reference, in build/docs/html
 #   make format        put the sources into their format;  make check-format only looks
@@ -20,7 +21,7 @@ configure = cmake -S . -G Ninja -DZUM_WERROR=ON -DCMAKE_BUILD_TYPE=Release \
 build = cmake --build $(1) -j $(JOBS)
 only_library = -DZUM_BUILD_TESTS=OFF -DZUM_BUILD_EXAMPLES=OFF
 
-.PHONY: demo test test-i386 test-arm64 bench bench-peers package docs format check-format clean
+.PHONY: demo test test-i386 test-arm64 bench bench-peers performance package docs format check-format clean
 
 demo:
 	scripts/packages.sh build demo $(if $(filter file,$(origin PHOTO)),photo)
@@ -54,6 +55,12 @@ bench-peers:
 	$(configure) -B build/bench-peers $(only_library) -DZUM_BUILD_PEERS=ON
 	$(call build,build/bench-peers) --target zum_bench_peers
 	build/bench-peers/bench/zum_bench_peers $(BENCH_FLAGS)
+
+performance:
+	scripts/packages.sh build bench peers
+	$(configure) -B build/performance $(only_library) -DZUM_BUILD_BENCHMARKS=ON -DZUM_BUILD_PEERS=ON
+	$(call build,build/performance) --target zum_bench zum_bench_diffusion zum_bench_peers
+	python3 bench/page.py --run build/performance/bench $(PAGE_FLAGS) build/performance/results docs
 
 package:
 	scripts/packages.sh build package

@@ -1,6 +1,7 @@
 // One row for each function of the library, or each variant of it that has a label, and each image size. Besides the
-// time of a call: megapixels a second, and share, the share of the copy limit that the call reaches, which is the time
-// that memcpy takes to read and write as many bytes on the same memory over the time of the call.
+// time of a call: megapixels a second; share, the share of the copy limit that the call reaches, which is the time
+// that memcpy takes to read and write as many bytes on the same memory over the time of the call; and copy GB/s, the
+// gigabytes that memcpy reads and writes there in a second.
 //
 //   zum_bench [--isa=ssse3|avx2|avx512] [--threads=N] [the flags of Google Benchmark]
 #include <benchmark/benchmark.h>
@@ -42,6 +43,7 @@ class CallMemory {
     std::memcpy(arena_.begin() + moved_ / 2, arena_.begin(), moved_ / 2);
     benchmark::ClobberMemory();
   }
+  size_t moved() const { return moved_; }
 
  private:
   static size_t bytesMoved(const Call& call) {
@@ -89,9 +91,10 @@ void measure(benchmark::State& state, const Function& function, const Variant& v
     calls.push_back(seconds([&] { benchmark::DoNotOptimize(call()); }));
     state.SetIterationTime(calls.back());
   }
-  const double typical = median(calls);
+  const double typical = median(calls), typicalCopy = median(copies);
   state.counters["Mpix/s"] = size.width * 1e-6 * size.height / typical;
-  state.counters["share"] = median(copies) / typical;
+  state.counters["share"] = typicalCopy / typical;
+  state.counters["copy GB/s"] = 1e-9 * memory.moved() / typicalCopy;
 }
 
 // ---- The services, which take no image. What is made is freed: one time stands for both functions.
@@ -196,7 +199,13 @@ bool registerAll() {
   return true;
 }
 
-// ---- Flags
+// ---- Flags and setting
+
+#ifdef __clang__
+constexpr char kCompiler[] = __VERSION__;
+#else
+constexpr char kCompiler[] = "GCC " __VERSION__;
+#endif
 
 const std::map<std::string, int64_t> kIsaFlags = {
 #if HWY_ARCH_X86
@@ -237,6 +246,8 @@ int benchmarkMain(int argc, char** argv) {
     return 1;
   }
   threads_omp_of_n_zum = threads.empty() ? 1 : std::max(1, std::atoi(threads.c_str()));
+  benchmark::AddCustomContext("library", zumccGetLibVersion()->version);
+  benchmark::AddCustomContext("compiler", kCompiler);
   benchmark::AddCustomContext("threads", std::to_string(threads_omp_of_n_zum));
 
   // Short runs, as there are many; a flag of the user's comes later and wins.

@@ -1287,8 +1287,13 @@ void reportSetting() {
   std::printf("%s, our instruction set: %s (Highway %d.%d.%d)\n", processorName().c_str(),
               hwy::TargetName(targets & -targets), HWY_MAJOR, HWY_MINOR, HWY_PATCH);
   unsigned swscale = swscale_version();
-  std::printf("zumcc %s, OpenCV %s, libyuv %d, libswscale %u.%u.%u; one thread each\n\n", zumccGetLibVersion()->version,
-              cv::getVersionString().c_str(), LIBYUV_VERSION, swscale >> 16, swscale >> 8 & 255, swscale & 255);
+  unsigned zimgVersion[3];
+  zimg_get_version_info(&zimgVersion[0], &zimgVersion[1], &zimgVersion[2]);
+  std::printf(
+      "zumcc %s, OpenCV %s, libyuv %d, libswscale %u.%u.%u, zimg %u.%u.%u, Leptonica %d.%d.%d; one thread each\n\n",
+      zumccGetLibVersion()->version, cv::getVersionString().c_str(), LIBYUV_VERSION, swscale >> 16, swscale >> 8 & 255,
+      swscale & 255, zimgVersion[0], zimgVersion[1], zimgVersion[2], LIBLEPT_MAJOR_VERSION, LIBLEPT_MINOR_VERSION,
+      LIBLEPT_PATCH_VERSION);
 }
 
 // ---- The command line -----------------------------------------------------------------------------------------------
