@@ -36,7 +36,7 @@ def run(programs, results, quick):
     results.mkdir(parents=True, exist_ok=True)
     for old in results.glob("zum_bench*"):
         old.unlink()
-    (results / "machine.json").write_text(json.dumps(machine(), indent=2) + "\n")
+    (results / "machine.json").write_text(json.dumps({**machine(), "quick": quick}, indent=2) + "\n")
 
     def save(name, program, *flags):
         print(f"{program} {' '.join(flags)}", file=sys.stderr, flush=True)
@@ -49,15 +49,18 @@ def run(programs, results, quick):
 
     if os.getloadavg()[0] > 0.5:
         print("This machine has other work to do: the numbers will suffer.", file=sys.stderr)
-    listing = ["--benchmark_list_tests"]
-    sets = [isa for isa in SETS
-            if subprocess.run([programs / "zum_bench", f"--isa={isa}", *listing], capture_output=True).returncode == 0]
+    sets = [isa for isa in SETS if has(programs, isa)]
     for isa in sets:
         save_speeds(f"zum_bench-{isa}.json", isa, rf"/{SIZE}/|^zums|Version", 0.1)
     save_speeds("zum_bench_small.json", sets[0], f"/{SMALL_SIZE}/", 0.01)
-    save("zum_bench_diffusion.txt", "zum_bench_diffusion", f"--isa={sets[0]}", f"--runs={1 if quick else 10}")
-    save("zum_bench_peers.md", "zum_bench_peers", f"--isa={sets[0]}", f"--sizes={SIZE}", "--markdown",
+    save("zum_bench_diffusion.txt", "zum_bench_diffusion", f"--runs={1 if quick else 10}")
+    save("zum_bench_peers.md", "zum_bench_peers", f"--sizes={SIZE}", "--markdown",
          f"--seconds={0.02 if quick else 0.5}")
+
+
+def has(programs, isa):
+    listing = [programs / "zum_bench", f"--isa={isa}", "--benchmark_list_tests"]
+    return subprocess.run(listing, capture_output=True).returncode == 0
 
 
 def machine():
@@ -117,11 +120,11 @@ class Families:
                 return family
         sys.exit(f"goals.txt: {row} is in no family")
 
-    def divide(self, rows):
-        """The families that have any of the rows, and their rows, each as listed."""
+    def divide(self, items, family_of):
+        """The families that have any of the items, in their order, with their items."""
         divided = {family: [] for family in self.all}
-        for row in rows:
-            divided[self.of(row)].append(row)
+        for item in items:
+            divided[family_of(item)].append(item)
         return {family: members for family, members in divided.items() if members}
 
 
@@ -131,21 +134,20 @@ Peer = collections.namedtuple("Peer", "name similar mpixels share ratio")
 class Comparison:
     """A function or a variant of it, and the peers, the fastest first."""
 
-    def __init__(self, title):
+    def __init__(self, title, families):
         function, *variant = title.split()
         self.label = code("/".join([function, " ".join(variant)]))
-        self.row = "/".join([function, *variant[:1]])
+        self.family = families.of("/".join([function, *variant[:1]]))
         self.mpixels, self.peers = 0, []
 
-    def goal(self, family):
-        asked = CLEARLY_FASTER if self.peers[0].share < MUCH_UNUSED else 1
-        return max(family.peer, asked)
+    def goal(self):
+        return max(self.family.peer, CLEARLY_FASTER if self.peers[0].share < MUCH_UNUSED else 1)
 
-    def meets(self, family):
-        return self.peers[0].ratio >= NOISE * self.goal(family)
+    def part_of_goal(self):
+        return self.peers[0].ratio / self.goal()
 
 
-def comparisons(path):
+def comparisons(path, families):
     """The comparisons of an output of zum_bench_peers, and the versions of the peers."""
     found, versions = {}, ""
     for line in path.read_text().splitlines():
@@ -153,7 +155,7 @@ def comparisons(path):
         if line.startswith("zumcc "):
             versions = line.split(", ", 1)[1].split(";")[0]
         if len(cells) == 9 and cells[2].isdigit():
-            comparison = found.setdefault(cells[0], Comparison(cells[0]))
+            comparison = found.setdefault(cells[0], Comparison(cells[0], families))
             comparison.mpixels = float(cells[2])
             comparison.peers.append(
                 Peer(cells[4].lstrip("~"), cells[4].startswith("~"), *(float(cell) for cell in cells[5:8])))
@@ -208,7 +210,7 @@ def long_table(titles, rows):
 
 
 def code(row):
-    """A function, or function/variant, with what may be a line's end between the two."""
+    """A function, or a function/variant."""
     function, _, variant = row.partition("/")
     return f"`{function}` {variant}".strip()
 
@@ -224,8 +226,8 @@ class Page:
         self.isa, self.best = next(iter(self.sets.items()))
         self.small = Speeds(results / "zum_bench_small.json")
         self.families = families
-        self.divided = families.divide(self.best.rows)
-        self.comparisons, self.versions = comparisons(results / "zum_bench_peers.md")
+        self.divided = families.divide(self.best.rows, families.of)
+        self.comparisons, self.versions = comparisons(results / "zum_bench_peers.md", families)
         self.diffusions = diffusions(results / "zum_bench_diffusion.txt")
         self.machine = json.loads((results / "machine.json").read_text())
 
@@ -261,26 +263,29 @@ class Page:
                 The speed of every function on one thread, with images of {width} by {height} pixels. The **copy limit**
                 is the time that `memcpy` takes to read and write as many bytes as the call does, on the same memory;
                 the **share** is that time over the time of the call. A function with a share of 0.50 takes twice as
-                long as the copy. One near 1 waits for the memory, and no code would make it faster. Call and copy take
-                turns, and the medians of both count. Mpixel/s are millions of pixels a second."""),
+                long as the copy. One near 1 waits for the memory, or for the cache that holds the image, and no code
+                would make it faster. Call and copy take turns, and the medians of both count. Mpixel/s are millions of
+                pixels a second."""),
             paragraph("""
                 `make performance` runs the benchmarks again and writes this page anew. A quiet machine needs a quarter
                 of an hour."""),
+            *(["**This page is of a short run: its numbers are worth little.**\n"] if self.machine["quick"] else []),
             "\n".join(f"- {name}: {fact}" for name, fact in facts.items()) + "\n"])
 
     def family_table(self):
         full = list(self.sets)[:2]
         titles = ["family", " functions"]
         for isa in self.sets:
-            titles += [f" {SETS[isa]}: min", " median", " max", " Mpixel/s"] if isa in full else [f" {SETS[isa]}: median"]
+            first, *others = [" min", " median", " max", " Mpixel/s"] if isa in full else [" median"]
+            titles += [f" {SETS[isa]}:{first}", *others]
         rows = []
         for family, members in self.divided.items():
             row = [family.name, str(len({member.split("/")[0] for member in members}))]
             for isa in self.sets:
-                shares = self.values(isa, family)
-                middle = [statistics.median(shares)]
-                row += [f"{share:.2f}" for share in ([min(shares), *middle, max(shares)] if isa in full else middle)]
-                row += [f"{statistics.median(self.values(isa, family, 'mpixels')):.0f}"] if isa in full else []
+                shares, speeds = self.values(isa, family), self.values(isa, family, "mpixels")
+                shown = (min, statistics.median, max) if isa in full else (statistics.median,)
+                row += [f"{of(shares):.2f}" for of in shown]
+                row += [f"{statistics.median(speeds):.0f}"] if isa in full else []
             rows.append(row)
         return section("Families", paragraph("""
                 The shares of the copy limit of the slowest function of each family, of the one in the middle and of the
@@ -324,15 +329,9 @@ class Page:
         misses.sort()
         rows = [[code(row), isa, f"{speed.share:.2f}", f"{goal:.2f}", f"{part:.0%}", f"{speed.mpixels:.0f}"]
                 for part, row, isa, speed, goal in misses]
-        slower = []
-        for comparison in self.comparisons:
-            family = self.families.of(comparison.row)
-            if not comparison.meets(family):
-                slower.append((comparison.peers[0].ratio / comparison.goal(family), comparison))
-        slower.sort(key=lambda miss: miss[0])
-        peer_rows = [[c.label, peer_name(c.peers[0]), f"{c.peers[0].ratio:.2f}",
-                      f"{c.goal(self.families.of(c.row)):.1f}",
-                      f"{1 / c.peers[0].share:.1f}" if c.peers[0].share else ""] for _, c in slower]
+        slower = sorted((c for c in self.comparisons if c.part_of_goal() < NOISE), key=Comparison.part_of_goal)
+        peer_rows = [[c.label, peer_name(c.peers[0]), f"{c.peers[0].ratio:.2f}", f"{c.goal():.1f}",
+                      f"{1 / max(c.peers[0].share, 0.01):.1f}"] for c in slower]
         return section("Where it falls short", paragraph(f"""
                 {asked - len(misses)} of {asked} goals for shares are reached. Those that are not, the worst first:"""),
             long_table(["function", "instructions", " share", " goal", " part of it", " Mpixel/s"], rows),
@@ -353,14 +352,13 @@ class Page:
                     f"{max(ratios):.1f}", str(sum(ratio < NOISE for ratio in ratios))]
                    for name, ratios in sorted(libraries.items(), key=lambda item: item[0].lower())]
         rows = []
-        for family, members in self.families.divide([c.row for c in self.comparisons]).items():
+        for family, members in self.families.divide(self.comparisons, lambda c: c.family).items():
             rows.append([f"**{family.name}**", "", "", "", "", ""])
-            for c in self.comparisons:
-                if self.families.of(c.row) is family:
-                    fastest, *others = c.peers
-                    rows.append([c.label, f"{c.mpixels:.0f}", peer_name(fastest),
-                                 f"{fastest.mpixels:.0f}", f"{fastest.ratio:.2f}",
-                                 ", ".join(f"{peer_name(peer)} {peer.ratio:.1f}" for peer in others)])
+            for c in members:
+                fastest, *others = c.peers
+                listed = ", ".join(f"{peer_name(peer)} {peer.ratio:.1f}" for peer in others)
+                rows.append([c.label, f"{c.mpixels:.0f}", peer_name(fastest), f"{fastest.mpixels:.0f}",
+                             f"{fastest.ratio:.2f}", listed])
         return section("Other libraries", paragraph(f"""
                 The same conversions in other libraries on the same images, in turns, one thread each, {SETS[self.isa]}
                 for ours. The shortest of many samples counts. A ratio is our speed over theirs. A peer with &dagger;
