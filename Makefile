@@ -10,7 +10,7 @@
 #   make docs          the reference, in build/docs/html
 #   make format        put the sources into their format;  make check-format only looks
 #   make clean         remove what these commands made
-PHOTO ?= /usr/share/palapeli/collection/panther-chameleon-female.jpg
+PHOTO ?= /usr/share/palapeli/collection/citrus-fruits.jpg
 GALLERY ?= gallery
 JOBS ?= 2
 CLANG_FORMAT ?= clang-format-14

@@ -16,8 +16,8 @@ namespace {
 
 std::vector<Section> allSections() {
   std::vector<Section> all;
-  for (const auto& subject :
-       {lumaChromaSections, modelSections, samplingSections, sensorSections, levelSections, toneSections}) {
+  for (const auto& subject : {stripSections, lumaChromaSections, modelSections, samplingSections, sensorSections,
+                              levelSections, toneSections}) {
     for (const Section& section : subject()) all.push_back(section);
   }
   return all;

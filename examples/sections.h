@@ -9,6 +9,7 @@
 #include "picture.h"
 #include "zumcc.h"
 
+std::vector<Section> stripSections();
 std::vector<Section> lumaChromaSections();
 std::vector<Section> modelSections();
 std::vector<Section> samplingSections();
