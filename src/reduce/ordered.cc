@@ -1,3 +1,4 @@
+// Rows in which every pixel is decided alone, for every pair of depths: the nearest level, ordered dither, noise.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "reduce/ordered.cc"
 #include "reduce/ordered.h"
