@@ -1,0 +1,241 @@
+// Pictures: the images of a call as channels of pixels, wherever the layout of its function has them, so that what a
+// conversion computes is stated pixel by pixel, once for all layouts.
+#pragma once
+
+#include <fnmatch.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <functional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "support/images.h"
+#include "support/instruction_sets.h"
+#include "support/plain.h"
+
+namespace zumtest {
+
+// The functions whose names match a shell pattern, at least one.
+inline std::vector<Function> named(const std::string& pattern) {
+  std::vector<Function> result;
+  for (const Function& function : functions())
+    if (fnmatch(pattern.c_str(), function.name.c_str(), FNM_EXTMATCH) == 0) result.push_back(function);
+  EXPECT_FALSE(result.empty()) << pattern;
+  return result;
+}
+
+// The source or the destination of a function. Channels are R, G, B, alpha or Y, Cb, Cr, in this order whatever the
+// model's is.
+class Picture {
+ public:
+  enum Side { kSource, kDestination };
+
+  // The planes are those of all sides, as in a Case.
+  Picture(const Function& function, Side side, ZumiSize s, std::vector<Bytes>& planes) : size(s) {
+    const std::string operation = function.name.substr(4, function.name.find('_') - 4);
+    const std::size_t to = operation.find("To", 1);
+    const std::string model =
+        side == kSource || to == std::string::npos ? operation.substr(0, to) : operation.substr(to + 2);
+    const bool bgr = model.find("BGR") != std::string::npos, crFirst = model.compare(0, 5, "YCrCb") == 0,
+               chromaFirst = model.compare(0, 5, "CbYCr") == 0;
+    std::vector<std::size_t> own;
+    for (std::size_t i = 0; i < function.planes.size(); ++i)
+      if (side == kSource ? function.planes[i].read() : function.planes[i].written()) own.push_back(i);
+    const auto samplesOf = [&](std::size_t p) { return static_cast<int>(function.planes[own[p]].samplesPerColumn); };
+    const auto add = [&](std::size_t p, int first, int stride, int columns) {
+      const Plane& plane = function.planes[own[p]];
+      sample_ = plane.sample;
+      const int bytes = static_cast<int>(sample_.bytes), rowBytes = static_cast<int>(plane.rowBytes(size));
+      channels_.push_back({planes[own[p]].data(), first * bytes, stride * bytes, rowBytes,
+                           static_cast<int>(plane.rows(size)), columns, plane.rowDivisor});
+    };
+    for (int k = 0; k < 4; ++k) {
+      const int second = k == (crFirst ? 1 : 2), place = bgr && k < 3 ? 2 - k : crFirst && k ? 3 - k : k;
+      if (own.size() == 1 && samplesOf(0) == 2) {
+        if (k < 3) add(0, k == 0 ? chromaFirst : 2 * second + !chromaFirst, k == 0 ? 2 : 4, k == 0 ? 1 : 2);
+      } else if (own.size() == 1) {
+        if (k < samplesOf(0)) add(0, samplesOf(0) == 1 ? 0 : place, samplesOf(0), 1);
+      } else if (own.size() == 2) {
+        if (k < 3) add(k > 0, k == 0 ? 0 : second, k == 0 ? 1 : 2, function.planes[own[k > 0]].columnDivisor);
+      } else if (k < static_cast<int>(own.size())) {
+        add(place, 0, 1, function.planes[own[place]].columnDivisor);
+      }
+    }
+    const std::string bits = model.size() < 6 ? "" : model.substr(3, 3);
+    if (channels_.size() == 1 && (bits == "565" || bits == "555")) levels_ = {5, bits[1] == '6' ? 6 : 5, bgr};
+  }
+
+  // Pixels that share the chroma.
+  int columns() const { return channels_.size() < 2 ? 1 : channels_[1].columns; }
+  int rows() const { return channels_.size() < 2 ? 1 : channels_[1].rows; }
+
+  // Whether there is a place for a channel of a pixel. Where there is none, it is 0, and stays so.
+  bool has(int k, int x, int y) const { return find(k, x, y) != nullptr; }
+  double get(int k, int x, int y) const {
+    const Zum8u* at = find(k, x, y);
+    if (!at) return 0;
+    if (sample_.type == 'f') return read<Zum32f>(at);
+    if (sample_.bytes == 4) return read<Zum32s>(at);
+    if (sample_.bytes == 2) return sample_.type == 's' ? read<Zum16s>(at) : read<Zum16u>(at);
+    return sample_.type == 's' ? read<Zum8s>(at) : *at;
+  }
+  void set(int k, int x, int y, double value) const {
+    Zum8u* at = find(k, x, y);
+    const auto single = static_cast<Zum32f>(value);
+    const auto whole = sample_.type == 'f' ? 0 : static_cast<int64_t>(value);
+    if (at) std::memcpy(at, sample_.type == 'f' ? static_cast<const void*>(&single) : &whole, sample_.bytes);
+  }
+
+  // The first three channels; if they are levels in the bits of one 16-bit sample, as bytes.
+  template <class T = int>
+  std::array<T, 3> at(int x, int y) const {
+    if (levels_.green) {
+      const int p = static_cast<int>(get(0, x, y)), top = 8 - levels_.green;
+      const T first = static_cast<T>(p % 32 * 8), middle = static_cast<T>(p / 32 % (1 << levels_.green) << top),
+              last = static_cast<T>(p / 32 >> levels_.green & 31) * 8;
+      return {levels_.blueFirst ? last : first, middle, levels_.blueFirst ? first : last};
+    }
+    return {static_cast<T>(get(0, x, y)), static_cast<T>(get(1, x, y)), static_cast<T>(get(2, x, y))};
+  }
+  template <class T>
+  void set(int x, int y, const std::array<T, 3>& colour) const {
+    for (int k = 0; k < 3; ++k) set(k, x, y, static_cast<double>(colour[k]));
+  }
+
+  const ZumiSize size;
+
+ private:
+  struct Channel {
+    Zum8u* plane;
+    int first, stride, rowBytes, height;  // in bytes
+    int columns, rows;                    // pixels to a sample
+  };
+
+  Zum8u* find(int k, int x, int y) const {
+    if (k >= static_cast<int>(channels_.size())) return nullptr;
+    const Channel& c = channels_[k];
+    const int at = x / c.columns * c.stride + c.first, row = y / c.rows;
+    return at < c.rowBytes && row < c.height ? c.plane + static_cast<std::ptrdiff_t>(row) * c.rowBytes + at : nullptr;
+  }
+  template <class T>
+  static T read(const Zum8u* at) {
+    T value;
+    std::memcpy(&value, at, sizeof value);
+    return value;
+  }
+
+  Sample sample_;
+  std::vector<Channel> channels_;
+  struct {
+    int outer, green;
+    bool blueFirst;
+  } levels_{};
+};
+
+// Any bits, in every fifth sample only zeros or only ones; floats from 0 to 1.
+inline void addNoise(Bytes& plane, Sample sample) {
+  static std::mt19937 random(1);
+  fill(plane.data(), sample, plane.size() / sample.bytes, 1, Content::kNoise, random());
+  if (sample.type == 'f') return;
+  for (std::size_t i = 0; i < plane.size(); i += sample.bytes)
+    if (const uint32_t bits = random(); bits % 5 == 0) std::fill_n(&plane[i], sample.bytes, bits >> 31 ? 0xFF : 0);
+}
+
+using Filling = std::function<double(int k, int x, int y)>;
+using Statement = std::function<void(const Picture& src, const Picture& dst)>;
+
+// Compares what a function makes of a picture with a statement of it, with every instruction set. The function must
+// leave what the statement does not set.
+inline void expectPicture(const Function& function, ZumiSize size, const Statement& statement,
+                          const Filling& filling = nullptr, bool isTight = false) {
+  static const std::vector<int64_t> sets = instructionSets();
+  Case c(function, size);
+  for (std::size_t i = 0; i < c.pixels.size(); ++i) addNoise(c.pixels[i], function.planes[i].sample);
+  const Picture src(function, Picture::kSource, size, c.pixels);
+  if (filling)
+    for (int k = 0; k < 4; ++k)
+      for (int y = 0; y < size.height; ++y)
+        for (int x = 0; x < size.width; ++x)
+          if (src.has(k, x, y)) src.set(k, x, y, filling(k, x, y));
+  std::vector<Bytes> wanted = c.pixels;
+  const Picture dst(function, Picture::kDestination, size, wanted);
+  statement(src, dst);
+  for (std::size_t i = wanted.size(); i-- > 0;)
+    if (!function.planes[i].written()) wanted.erase(wanted.begin() + static_cast<std::ptrdiff_t>(i));
+  Placement placement;
+  placement.padding = function.traits.tightShows && !isTight;
+  for (const int64_t set : sets) {
+    useInstructionSet(set);
+    const Outcome outcome = run(c, placement);
+    useInstructionSet(kBestInstructionSet);
+    const auto where = [&] { return describe(c, placement) + ", " + hwy::TargetName(set); };
+    ASSERT_EQ(outcome.status, expectedStatus(c)) << where();
+    ASSERT_EQ(difference(wanted, outcome.destinations), "") << where();
+  }
+}
+
+template <class Each>
+void forEachPixel(const Picture& picture, const Each& each) {
+  for (int y = 0; y < picture.size.height; ++y)
+    for (int x = 0; x < picture.size.width; ++x) each(x, y);
+}
+
+// Whether steps are counted in whole samples: what is more of them is nothing.
+inline void expectStepsInSamples(const std::string& pattern) {
+  for (const Function& function : named(pattern)) {
+    const Case c(function, {13, 3});
+    std::vector<Bytes> images[2];
+    for (const bool odd : {false, true}) {
+      Call call(function, c.size, c.variant);
+      for (std::size_t i = 0; i < c.pixels.size(); ++i) {
+        const std::size_t bytes = call.rowBytes(i), step = bytes + 8;
+        Bytes& image = images[odd].emplace_back(step * call.rows(i));
+        for (std::size_t r = 0; r < call.rows(i); ++r) std::copy_n(&c.pixels[i][r * bytes], bytes, &image[r * step]);
+      }
+      for (std::size_t i = 0; i < c.pixels.size(); ++i)
+        call.place(i, images[odd][i].data(),
+                   static_cast<int>(call.rowBytes(i) + 8 + odd * (function.planes[i].sample.bytes - 1)));
+      EXPECT_EQ(call(), expectedStatus(c)) << function.name;
+    }
+    EXPECT_EQ(difference(images[0], images[1]), "") << function.name;
+  }
+}
+
+// What a function makes of a picture of one colour, at a column.
+inline std::array<int, 3> converted(const std::string& function, const std::array<int, 3>& colour, int width, int x) {
+  const Function f = named(function).front();
+  Case c(f, {width, 2});
+  const Picture src(f, Picture::kSource, c.size, c.pixels);
+  forEachPixel(src, [&](int u, int v) { src.set(u, v, colour); });
+  PlacedCall call(c, {});
+  EXPECT_EQ(call(), expectedStatus(c)) << function;
+  std::vector<Bytes> got = call.destinations();
+  std::move(got.begin(), got.end(), c.pixels.end() - static_cast<std::ptrdiff_t>(got.size()));
+  return Picture(f, Picture::kDestination, c.size, c.pixels).at(x, 0);
+}
+
+constexpr int kColours = 1 << 17;
+
+// Rows that end everywhere, of even and odd heights; then some of as many colours as are wanted, in and behind blocks.
+inline std::vector<ZumiSize> sizesFor(const Function& function, int colours) {
+  std::vector<ZumiSize> sizes;
+  const int least = std::max(function.traits.minimum.width, function.traits.narrowest),
+            lowest = function.traits.minimum.height;
+  if (!function.takesSteps())  // images of 256 pixels and more are in one piece
+    sizes = {{16, 16}, {14, 14}, {10, 30}, {254, 1}, {256, 1}, {2, 129}, {17, 20}, {26, 11}, {66, 7}};
+  for (int width = least; width <= 150; ++width) sizes.push_back({width, std::max(lowest, 1 + width % 5)});
+  for (const int width : {1021, 7}) sizes.push_back({width, 2 + colours / 2 / width});
+  return sizes;
+}
+
+// Pictures of all these sizes.
+inline void expectPictures(const Function& function, int colours, const Statement& statement) {
+  for (const ZumiSize size : sizesFor(function, colours))
+    ASSERT_NO_FATAL_FAILURE(expectPicture(function, size, statement));
+}
+
+}  // namespace zumtest
