@@ -1,30 +1,123 @@
-// Chroma filters, deinterlacing and block conversions of chroma against plain statements of each sample by its row and
-// column: complete planes are compared, with what must not be written, in memory that ends where a call may read.
-#include <gtest/gtest.h>
+// Chroma filters, block conversions of chroma and deinterlacing against plain statements of each sample by its row and
+// column.
+#include "support/pictures.h"
 
-#include <algorithm>
-#include <cstdint>
-#include <cstring>
-#include <functional>
-#include <random>
-#include <vector>
-
-#include "support/images.h"
-#include "support/instruction_sets.h"
-#include "zumcc.h"
-
+namespace zumtest {
 namespace {
 
 int up(int a, int b) { return (a + b + 1) / 2; }
 int down(int a, int b) { return (a + b) / 2; }
-int clamp(int v) { return std::clamp(v, 0, 255); }
+
+void copyLuma(const Picture& src, const Picture& dst, int width, int height) {
+  for (int y = 0; y < height; ++y)
+    for (int x = 0; x < width; ++x) dst.set(0, x, y, src.get(0, x, y));
+}
+
+// ---- Chroma filter
+
+TEST(Sampling, ChromaFilter) {
+  for (const Function& function : named("zumi@(YCbCr|YCrCb)420ToYCbCr422_Filter_8u_*P3R")) {
+    for (const int width : {2, 3, 7, 30, 33, 64, 66, 95, 127, 130, 200, 258}) {
+      for (const int height : {8, 15, 16, 23, 40}) {
+        expectPicture(function, {width, height}, [](const Picture& src, const Picture& dst) {
+          const int w = src.size.width / 2 * 2, h = src.size.height / 8 * 8;
+          copyLuma(src, dst, w, h);
+          for (const int k : {1, 2}) {
+            for (int y = 0; y < h; ++y) {
+              for (int x = 0; x < w; x += 2) {
+                const auto even = [&](int row) { return static_cast<int>(src.get(k, x, std::clamp(row, 0, h - 2))); };
+                const int sum = 9 * (even(y - 1) + even(y + 1)) - even(y - 3) - even(y + 3);
+                dst.set(k, x, y, y % 2 ? clamp((sum + 8) >> 4) : even(y));
+              }
+            }
+          }
+        });
+      }
+    }
+  }
+}
+
+// ---- Blocks
+
+// A plane of chroma.
+struct Chroma {
+  const Picture& picture;
+  int k, width, height;
+
+  Chroma(const Picture& p, int channel)
+      : picture(p), k(channel), width(p.size.width / p.columns()), height(p.size.height / p.rows()) {}
+  int at(int x, int y) const { return static_cast<int>(picture.get(k, x * picture.columns(), y * picture.rows())); }
+  // The mean of a column and the next, for every second column of twice the width.
+  int doubled(int x, int y) const {
+    const int i = x / 2;
+    if (x % 2 == 0 || i == width - 1) return at(i, y);
+    return (i < (width - 1) / 16 * 16 ? up : down)(at(i, y), at(i + 1, y));
+  }
+};
+
+struct BlockConversion {
+  const char* function;
+  int (*chroma)(const Chroma&, int x, int y);  // of the destination
+};
+
+const BlockConversion kBlockConversions[] = {
+    {"zumiYCbCr420To1620_8u_P3R", [](const Chroma& s, int x, int y) { return s.at(2 * x, 2 * y); }},
+    {"zumiYCbCr420To411_8u_P3R",
+     [](const Chroma& s, int x, int y) {
+       const int row = s.at(2 * x, y / 2);
+       if (y % 2 == 0 || y == 2 * s.height - 1) return row;
+       return (x < s.width / 2 / 32 * 32 ? up : down)(row, s.at(2 * x, y / 2 + 1));
+     }},
+    {"zumiYCbCr411To420_8u_P3R", [](const Chroma& s, int x, int y) { return s.doubled(x, 2 * y); }},
+    {"zumiYCbCr1620To420_8u_P3R",
+     [](const Chroma& s, int x, int y) {
+       if (y % 2 == 0) return s.doubled(x, y / 2);
+       if (y == 2 * s.height - 1) return s.at(x / 2, s.height - 1);
+       const bool inBlocks = x / 2 < (s.width - 1) / 16 * 16;
+       return (inBlocks ? up : down)(s.doubled(x, y / 2), s.doubled(x, y / 2 + 1));
+     }},
+};
+
+TEST(Sampling, Blocks) {
+  for (const auto& [name, chroma] : kBlockConversions) {
+    const Function function = named(name).front();
+    for (int width = 4; width < 700; width += width < 280 ? 4 : 68) {
+      for (const int height : {4, 8, 20, 2, 6}) {
+        if (height % function.traits.multiple.height != 0) continue;
+        expectPicture(function, {width, height}, [convert = chroma](const Picture& src, const Picture& dst) {
+          copyLuma(src, dst, src.size.width, src.size.height);
+          for (const int k : {1, 2})
+            for (int y = 0; y < src.size.height / dst.rows(); ++y)
+              for (int x = 0; x < src.size.width / dst.columns(); ++x)
+                dst.set(k, x * dst.columns(), y * dst.rows(), convert(Chroma(src, k), x, y));
+        });
+      }
+    }
+  }
+}
+
+TEST(Sampling, RefusesPartsOfBlocks) {
+  for (const BlockConversion& c : kBlockConversions) {
+    const Function function = named(c.function).front();
+    const Case whole(function, {4, 4});
+    for (const int rest : {1, 2, 3}) {
+      PlacedCall call(whole, {});
+      call.setSize({4 + rest, 4});
+      EXPECT_EQ(call(), zumErrSize) << c.function;
+      if (rest % function.traits.multiple.height == 0) continue;
+      call.setSize({4, 4 + rest});
+      EXPECT_EQ(call(), zumErrSize) << c.function;
+    }
+  }
+}
+
+// ---- Deinterlacing
 
 // Rows begin to end of a plane, between pages that cannot be touched.
 class Plane {
  public:
   Plane(int slot, int width, int begin, int end, int padding = 0, int offset = 0)
       : width_(width), begin_(begin), end_(end), step_(width + padding) {
-    using zumtest::Arena;
     constexpr std::size_t kSize = 1 << 16;
     static const Arena arenas[] = {Arena(kSize), Arena(kSize), Arena(kSize), Arena(kSize), Arena(kSize), Arena(kSize)};
     static std::mt19937 random(1);
@@ -52,63 +145,6 @@ class Plane {
   Zum8u* first_;
   std::vector<Zum8u> expected_;
 };
-
-class Sampling : public ::testing::Test {
- protected:
-  void TearDown() override { zumtest::useInstructionSet(zumtest::kBestInstructionSet); }
-
-  static void onEveryInstructionSet(const std::function<void()>& test) {
-    for (const int64_t target : zumtest::instructionSets()) {
-      zumtest::useInstructionSet(target);
-      SCOPED_TRACE(hwy::TargetName(target));
-      test();
-    }
-  }
-};
-
-// ---- Chroma filter
-
-int filtered(const std::function<int(int)>& even, int row, int height) {
-  if (row % 2 == 0) return even(row);
-  const int above = even(std::max(row - 3, 0)), below = even(std::min(row + 3, height - 2));
-  return clamp((9 * (even(row - 1) + even(std::min(row + 1, height - 2))) - above - below + 8) >> 4);
-}
-
-TEST_F(Sampling, ChromaFilter) {
-  onEveryInstructionSet([] {
-    for (int width : {2, 3, 7, 30, 33, 64, 66, 95, 127, 130, 200, 258}) {
-      for (int height : {8, 15, 16, 23, 40}) {
-        for (const char* form : {"YCbCr P3", "YCrCb P3", "P2"}) {
-          const int w = width / 2 * 2, h = height / 8 * 8, chromaRows = height / 2;
-          const bool isPairs = form[0] == 'P', crFirst = form[2] == 'r';
-          Plane y(0, width, 0, height), c1(1, w / (isPairs ? 1 : 2), 0, chromaRows), c2(2, w / 2, 0, chromaRows);
-          Plane out[3] = {{3, width, 0, height}, {4, w / 2, 0, height, 3}, {5, w / 2, 0, height}};
-          for (int r = 0; r < h; ++r) {
-            for (int x = 0; x < w; ++x) out[0].expect(x, r, y.at(x, r));
-            for (int x = 0; x < w / 2; ++x) {
-              const auto cb = [&](int even) { return isPairs ? c1.at(2 * x, even / 2) : c1.at(x, even / 2); };
-              const auto cr = [&](int even) { return isPairs ? c1.at(2 * x + 1, even / 2) : c2.at(x, even / 2); };
-              out[crFirst ? 2 : 1].expect(x, r, filtered(cb, r, h));
-              out[crFirst ? 1 : 2].expect(x, r, filtered(cr, r, h));
-            }
-          }
-          const Zum8u* const src[3] = {y.data(), c1.data(), c2.data()};
-          Zum8u* const dst[3] = {out[0].data(), out[1].data(), out[2].data()};
-          const int srcStep[3] = {y.step(), c1.step(), c2.step()};
-          const int dstStep[3] = {out[0].step(), out[1].step(), out[2].step()};
-          const ZumiSize roi{width, height};
-          ASSERT_EQ(zumOk, isPairs ? zumiYCbCr420ToYCbCr422_Filter_8u_P2P3R(src[0], srcStep[0], src[1], srcStep[1], dst,
-                                                                            dstStep, roi)
-                           : crFirst ? zumiYCrCb420ToYCbCr422_Filter_8u_P3R(src, srcStep, dst, dstStep, roi)
-                                     : zumiYCbCr420ToYCbCr422_Filter_8u_P3R(src, srcStep, dst, dstStep, roi));
-          for (const Plane& plane : out) ASSERT_TRUE(plane.asExpected()) << form << ' ' << width << " by " << height;
-        }
-      }
-    }
-  });
-}
-
-// ---- Deinterlacing
 
 int half(int row) { return row >> 1; }
 
@@ -206,21 +242,24 @@ void deinterlace(int width, int height, int layout, bool aligned = false, const 
     ASSERT_TRUE(plane.asExpected()) << "planar " << width << " by " << height << ", layout " << layout;
 }
 
-TEST_F(Sampling, DeinterlacesBands) {
-  onEveryInstructionSet([] {
+TEST(Sampling, DeinterlacesBands) {
+  for (const int64_t set : instructionSets()) {
+    useInstructionSet(set);
+    SCOPED_TRACE(hwy::TargetName(set));
     for (int width = 2; width < 150; width += width < 70 ? 1 : 13)
-      for (int height : {2, 3, 4, 6, 9})
-        for (int layout : {zumTopBand, zumMiddleBand, zumBottomBand, zumWholePicture})
+      for (const int height : {2, 3, 4, 6, 9})
+        for (const int layout : {zumTopBand, zumMiddleBand, zumBottomBand, zumWholePicture})
           deinterlace(width, height, layout);
-  });
+  }
+  useInstructionSet(kBestInstructionSet);
 }
 
-TEST_F(Sampling, DeinterlacesWhatLayoutSays) {
+TEST(Sampling, DeinterlacesWhatLayoutSays) {
   for (int layout : {-1, 23, 0, 2, 5, 17, 20, 3, -21}) deinterlace(37, 8, layout);
 }
 
 // The planar top band rounds in another way if everything is aligned.
-TEST_F(Sampling, DeinterlacesAlignedTopBand) {
+TEST(Sampling, DeinterlacesAlignedTopBand) {
   const struct {
     int width, height;
     Alignment memory;
@@ -230,6 +269,7 @@ TEST_F(Sampling, DeinterlacesAlignedTopBand) {
       {128, 33, {}, true},
       {65, 16, {{}, {63, 0, 63, 0, 0}}, false},  // the width counts as it is passed
       {96, 16, {}, false},
+      {96, 16, {{}, {0, 0, 0, 16, 16}}, false},
       {64, 18, {}, false},
       {64, 16, {{16, 16, 16, 16, 16}, {16, 32, 32, 32, 64}}, true},
       {64, 16, {{8}, {}}, false},
@@ -248,88 +288,8 @@ TEST_F(Sampling, DeinterlacesAlignedTopBand) {
     for (const auto& c : cases) deinterlace(c.width, c.height, zumTopBand, c.aligned, c.memory);
 }
 
-// ---- Blocks
-
-struct BlockConversion {
-  const char* name;
-  decltype(&zumiYCbCr420To1620_8u_P3R) run;
-  int srcColumns, srcRows, dstColumns, dstRows;             // pixels that share a chroma sample
-  int (*chroma)(const Plane&, int x, int y, int w, int h);  // of the destination, w by h the size of the source plane
-};
-
-// The mean of a source column and the next.
-int besides(const Plane& s, int i, int j, int w) {
-  if (i == w - 1) return s.at(i, j);
-  return i < (w - 1) / 16 * 16 ? up(s.at(i, j), s.at(i + 1, j)) : down(s.at(i, j), s.at(i + 1, j));
-}
-int doubled(const Plane& s, int x, int j, int w) { return x % 2 == 0 ? s.at(x / 2, j) : besides(s, x / 2, j, w); }
-
-const BlockConversion kBlockConversions[] = {
-    {"420 to 1620", zumiYCbCr420To1620_8u_P3R, 2, 2, 4, 4,
-     [](const Plane& s, int x, int y, int, int) { return int{s.at(2 * x, 2 * y)}; }},
-    {"420 to 411", zumiYCbCr420To411_8u_P3R, 2, 2, 4, 1,
-     [](const Plane& s, int x, int y, int w, int h) {
-       const int row = s.at(2 * x, y / 2);
-       if (y % 2 == 0 || y == 2 * h - 1) return row;
-       return (x < w / 2 / 32 * 32 ? up : down)(row, s.at(2 * x, y / 2 + 1));
-     }},
-    {"411 to 420", zumiYCbCr411To420_8u_P3R, 4, 1, 2, 2,
-     [](const Plane& s, int x, int y, int w, int) { return doubled(s, x, 2 * y, w); }},
-    {"1620 to 420", zumiYCbCr1620To420_8u_P3R, 4, 4, 2, 2,
-     [](const Plane& s, int x, int y, int w, int h) {
-       if (y % 2 == 0) return doubled(s, x, y / 2, w);
-       if (y == 2 * h - 1) return int{s.at(x / 2, h - 1)};
-       const bool inBlocks = x / 2 < (w - 1) / 16 * 16;
-       return (inBlocks ? up : down)(doubled(s, x, y / 2, w), doubled(s, x, y / 2 + 1, w));
-     }},
-};
-
-TEST_F(Sampling, Blocks) {
-  onEveryInstructionSet([] {
-    for (const BlockConversion& c : kBlockConversions) {
-      for (int width = 4; width < 700; width += width < 280 ? 4 : 68) {
-        for (int height : {4, 8, 20, 2, 6}) {
-          if (height % 4 != 0 && c.run != zumiYCbCr420To411_8u_P3R) continue;
-          const int w = width / c.srcColumns, h = height / c.srcRows;
-          const Plane in[3] = {{0, width, 0, height}, {1, w, 0, h}, {2, w, 0, h}};
-          Plane out[3] = {{3, width, 0, height},
-                          {4, width / c.dstColumns, 0, height / c.dstRows},
-                          {5, width / c.dstColumns, 0, height / c.dstRows}};
-          for (int y = 0; y < height; ++y)
-            for (int x = 0; x < width; ++x) out[0].expect(x, y, in[0].at(x, y));
-          for (int p : {1, 2})
-            for (int y = 0; y < height / c.dstRows; ++y)
-              for (int x = 0; x < width / c.dstColumns; ++x) out[p].expect(x, y, c.chroma(in[p], x, y, w, h));
-          const Zum8u* const src[3] = {in[0].data(), in[1].data(), in[2].data()};
-          Zum8u* const dst[3] = {out[0].data(), out[1].data(), out[2].data()};
-          const int srcStep[3] = {in[0].step(), in[1].step(), in[2].step()};
-          const int dstStep[3] = {out[0].step(), out[1].step(), out[2].step()};
-          ASSERT_EQ(zumOk, c.run(src, srcStep, dst, dstStep, {width, height}));
-          for (const Plane& plane : out) ASSERT_TRUE(plane.asExpected()) << c.name << ' ' << width << " by " << height;
-        }
-      }
-    }
-  });
-}
-
-// ---- Sizes that are refused, beyond those below the minimum
-
-TEST_F(Sampling, RefusesPartsOfBlocks) {
-  Zum8u samples[64];
-  const Zum8u* const src[3] = {samples, samples, samples};
-  Zum8u* const dst[3] = {samples, samples, samples};
-  const int steps[3] = {8, 8, 8};
-  for (const BlockConversion& c : kBlockConversions) {
-    const int rows = c.run == zumiYCbCr420To411_8u_P3R ? 2 : 4;
-    for (int rest : {1, 2, 3}) {
-      EXPECT_EQ(zumErrSize, c.run(src, steps, dst, steps, {4 + rest, 4})) << c.name;
-      EXPECT_EQ(rest % rows != 0 ? zumErrSize : zumOk, c.run(src, steps, dst, steps, {4, 4 + rest})) << c.name;
-    }
-  }
-}
-
 // Planar deinterlacing looks at the planes before it refuses a width or height of 1.
-TEST_F(Sampling, RefusesDeinterlacingInOrder) {
+TEST(Sampling, RefusesDeinterlacingInOrder) {
   Zum8u samples[4];
   Zum8u *const planes[3] = {samples, samples, samples}, *const missing[3] = {samples, samples, nullptr};
   const int steps[3] = {1, 1, 1};
@@ -343,3 +303,4 @@ TEST_F(Sampling, RefusesDeinterlacingInOrder) {
 }
 
 }  // namespace
+}  // namespace zumtest
