@@ -1,19 +1,12 @@
 // Gamma against the curve in single steps of scalar arithmetic with the C library's pow: all integer samples, and
 // floats of all kinds in ranges of all kinds.
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <cfenv>
 #include <cmath>
 #include <cstdlib>
-#include <cstring>
-#include <limits>
-#include <random>
-#include <vector>
 
-#include "support/instruction_sets.h"
-#include "zumcc.h"
+#include "support/colours.h"
 
+namespace zumtest {
 namespace {
 
 // ---- The curve. Its constants stand outside, so that no rounding mode but the default one is in them.
@@ -45,108 +38,50 @@ float expected(bool forward, float s, float least, float most) {
   return static_cast<float>(bent(forward, d, d * (1 / length), length, least));
 }
 
-// ---- The six functions of a direction and a depth, on the same samples
+// ---- Comparisons, of all layouts
+
+std::string gamma(bool forward, const char* depth) {
+  return std::string(forward ? "zumiGammaFwd_" : "zumiGammaInv_") + depth + "_*";
+}
 
 template <class T, class... Range>
-struct Functions {
-  ZumStatus (*c3)(const T*, int, T*, int, ZumiSize, Range...), (*c3i)(T*, int, ZumiSize, Range...);
-  ZumStatus (*ac4)(const T*, int, T*, int, ZumiSize, Range...), (*ac4i)(T*, int, ZumiSize, Range...);
-  ZumStatus (*p3)(const T* const*, int, T* const*, int, ZumiSize, Range...), (*ip3)(T* const*, int, ZumiSize, Range...);
-};
-#define ZUM_FUNCTIONS(name) \
-  { name##_C3R, name##_C3IR, name##_AC4R, name##_AC4IR, name##_P3R, name##_IP3R }
-const Functions<Zum8u> k8u[] = {ZUM_FUNCTIONS(zumiGammaInv_8u), ZUM_FUNCTIONS(zumiGammaFwd_8u)};
-const Functions<Zum16u> k16u[] = {ZUM_FUNCTIONS(zumiGammaInv_16u), ZUM_FUNCTIONS(zumiGammaFwd_16u)};
-const Functions<Zum32f, Zum32f, Zum32f> k32f[] = {ZUM_FUNCTIONS(zumiGammaInv_32f), ZUM_FUNCTIONS(zumiGammaFwd_32f)};
+Colour<T> expected(bool forward, const Colour<T>& c, Range... range) {
+  return {expected(forward, c[0], range...), expected(forward, c[1], range...), expected(forward, c[2], range...)};
+}
 
+// All values in turn, from some value on.
 template <class T>
-bool same(T a, T b) {
-  return std::memcmp(&a, &b, sizeof(T)) == 0 || (a != a && b != b);
+void compareValues(const char* depth, ZumiSize size, int first = 0) {
+  for (const bool forward : {false, true})
+    for (const Function& function : named(gamma(forward, depth)))
+      expectPicture(
+          function, size,
+          [=](const Picture& src, const Picture& dst) {
+            forEachPixel(src, [&](int x, int y) { dst.set(x, y, expected(forward, src.at<T>(x, y))); });
+          },
+          [=](const Picture& src) {
+            forEachPixel(src, [&](int x, int y) {
+              for (int k = 0; k < 3; ++k) src.set(k, x, y, static_cast<T>(first + (y * size.width + x) * 3 + k));
+            });
+          });
 }
 
-template <class T>
-void expectSame(const std::vector<T>& src, const std::vector<T>& wanted, const std::vector<T>& got,
-                const char* layout) {
-  const auto at = std::mismatch(wanted.begin(), wanted.end(), got.begin(), same<T>).first - wanted.begin();
-  if (static_cast<std::size_t>(at) == wanted.size()) return;
-  ADD_FAILURE() << layout << ", " << std::hexfloat << +src[at] << " becomes " << +got[at] << ", not " << +wanted[at];
-}
+TEST(Gamma, EveryByte) { compareValues<Zum8u>("8u", {256, 1}); }
 
-// Converts rows of a multiple of 12 samples in every layout.
-template <class T, class... Range>
-void compare(const Functions<T, Range...>& f, const std::vector<T>& src, std::vector<T> wanted, int rows,
-             Range... range) {
-  const int rowSamples = static_cast<int>(src.size()) / rows, step = rowSamples * static_cast<int>(sizeof(T));
-  const ZumiSize three{rowSamples / 3, rows}, four{rowSamples / 4, rows};
-  for (const int64_t set : zumtest::instructionSets()) {
-    zumtest::useInstructionSet(set);
-    SCOPED_TRACE(hwy::TargetName(set));
-    std::vector<T> dst(src.size()), inPlace = src;
-    ASSERT_EQ(zumOk, f.c3(src.data(), step, dst.data(), step, three, range...));
-    expectSame(src, wanted, dst, "C3");
-    ASSERT_EQ(zumOk, f.c3i(inPlace.data(), step, three, range...));
-    expectSame(src, wanted, inPlace, "C3 in place");
+TEST(Gamma, EveryLevelByTable) { compareValues<Zum16u>("16u", {8192, 4}); }
 
-    // Planes one behind the other in every row.
-    dst.assign(src.size(), T());
-    inPlace = src;
-    const int third = rowSamples / 3;
-    const T* const from[] = {src.data(), src.data() + third, src.data() + 2 * third};
-    T* const to[] = {dst.data(), dst.data() + third, dst.data() + 2 * third};
-    T* const both[] = {inPlace.data(), inPlace.data() + third, inPlace.data() + 2 * third};
-    ASSERT_EQ(zumOk, f.p3(from, step, to, step, three, range...));
-    expectSame(src, wanted, dst, "P3");
-    ASSERT_EQ(zumOk, f.ip3(both, step, three, range...));
-    expectSame(src, wanted, inPlace, "P3 in place");
-
-    std::vector<T> wantedOf4 = wanted;
-    inPlace = dst = src;
-    for (std::size_t i = 3; i < src.size(); i += 4) wantedOf4[i] = src[i];
-    ASSERT_EQ(zumOk, f.ac4(src.data(), step, dst.data(), step, four, range...));
-    expectSame(src, wantedOf4, dst, "AC4");
-    ASSERT_EQ(zumOk, f.ac4i(inPlace.data(), step, four, range...));
-    expectSame(src, wantedOf4, inPlace, "AC4 in place");
-  }
-}
-
-class GammaTest : public testing::Test {
- protected:
-  ~GammaTest() override {
-    zumtest::useInstructionSet(zumtest::kBestInstructionSet);
-    std::fesetround(FE_TONEAREST);
-  }
-};
-
-// `samples` of all values in turn, from some value on.
-template <class T>
-void compareValues(const Functions<T> (&functions)[2], int first, int samples, int rows) {
-  for (const bool forward : {false, true}) {
-    std::vector<T> src(samples), wanted;
-    for (int i = 0; i < samples; ++i) src[i] = static_cast<T>(first + i);
-    for (const T s : src) wanted.push_back(expected(forward, s));
-    compare(functions[forward], src, wanted, rows);
-  }
-}
-
-TEST_F(GammaTest, EveryByte) { compareValues(k8u, 0, 12 * 64, 1); }
-
-TEST_F(GammaTest, EveryLevelByTable) { compareValues(k16u, 0, 12 * 8192, 4); }
-
-TEST_F(GammaTest, EveryLevelDirectly) {
-  constexpr int kSamples = 65532;
-  for (const int first : {0, kSamples}) compareValues(k16u, first, kSamples, 1);
+TEST(Gamma, EveryLevelDirectly) {
+  for (const int first : {0, 65532}) compareValues<Zum16u>("16u", {21844, 1}, first);
 }
 
 // The exact values at the ends of the curve and some between them.
-TEST_F(GammaTest, KnownBytes) {
-  const Zum8u samples[] = {0, 1, 2, 3, 4, 64, 128, 200, 254, 255, 0, 0},
-              forward[] = {0, 4, 9, 14, 18, 125, 180, 226, 255, 255},
-              inverse[] = {0, 0, 0, 1, 1, 20, 67, 157, 253, 255};
-  Zum8u dst[12];
-  zumiGammaFwd_8u_C3R(samples, 12, dst, 12, {4, 1});
-  EXPECT_TRUE(std::equal(std::begin(forward), std::end(forward), dst));
-  zumiGammaInv_8u_C3R(samples, 12, dst, 12, {4, 1});
-  EXPECT_TRUE(std::equal(std::begin(inverse), std::end(inverse), dst));
+TEST(Gamma, KnownBytes) {
+  const int known[][3] = {{0, 0, 0},     {1, 4, 0},      {2, 9, 0},       {3, 14, 1},      {4, 18, 1},
+                          {64, 125, 20}, {128, 180, 67}, {200, 226, 157}, {254, 255, 253}, {255, 255, 255}};
+  for (const auto& [s, forward, inverse] : known) {
+    EXPECT_EQ(forward, converted("zumiGammaFwd_8u_C3R", {s, s, s}, 1, 0)[0]) << s;
+    EXPECT_EQ(inverse, converted("zumiGammaInv_8u_C3R", {s, s, s}, 1, 0)[0]) << s;
+  }
 }
 
 // ---- Single precision
@@ -168,18 +103,31 @@ std::vector<float> samples(float least, float most, std::size_t n) {
   return result;
 }
 
-TEST_F(GammaTest, FloatsAreThoseOfTheLibrarysPow) {
+TEST(Gamma, FloatsAreThoseOfTheLibrarysPow) {
   const float ranges[][2] = {{0, 1}, {0, 255}, {-1, 1}, {1e6f, 1e6f + 1}, {0, 1e-40f}, {-3e38f, 3e38f}};
-  for (const auto& [least, most] : ranges) {
+  for (const auto& range : ranges) {
+    const float least = range[0], most = range[1];
     // What is nearly between two floats takes many samples to be met. One range is enough for that.
-    const std::vector<float> src = samples(least, most, most == 255 ? 12 << 15 : 12 << 7);
+    const int width = most == 255 ? 1 << 16 : 1 << 8;
+    const std::vector<float> src = samples(least, most, 6 * width);
     for (const int mode : {FE_TONEAREST, FE_UPWARD, FE_TOWARDZERO}) {
-      std::fesetround(mode);
       for (const bool forward : {false, true}) {
-        SCOPED_TRACE(testing::Message() << least << " to " << most << ", rounding mode " << mode);
-        std::vector<float> wanted;
-        for (const float s : src) wanted.push_back(expected(forward, s, least, most));
-        compare(k32f[forward], src, wanted, 2, float{least}, float{most});
+        for (Function function : named(gamma(forward, "32f"))) {
+          function.traits.variants = {{{least, most}}};
+          std::fesetround(mode);
+          expectPicture(
+              function, {width, 2},
+              [=](const Picture& from, const Picture& to) {
+                forEachPixel(from,
+                             [&](int x, int y) { to.set(x, y, expected(forward, from.at<float>(x, y), least, most)); });
+              },
+              [&](const Picture& from) {
+                for (int k = 0; k < 3; ++k)
+                  for (int y = 0; y < 2; ++y)
+                    for (int x = 0; x < width; ++x) from.set(k, x, y, src[(y * width + x) * 3 + k]);
+              });
+          std::fesetround(FE_TONEAREST);
+        }
       }
     }
   }
@@ -195,7 +143,7 @@ void countedFree(void* block) {
 }
 void* noMemory(size_t) { return ++failures, nullptr; }
 
-TEST_F(GammaTest, TableIsOfMoreThan65536SamplesAndFreed) {
+TEST(Gamma, TableIsOfMoreThan65536SamplesAndFreed) {
   constexpr int kWidth = 257;
   std::vector<Zum16u> image(kWidth * 86 * 4, 7), before = image;
   const ZumiSize large{kWidth, 86}, small{kWidth, 85};  // 66306 and 65535 samples
@@ -220,3 +168,4 @@ TEST_F(GammaTest, TableIsOfMoreThan65536SamplesAndFreed) {
 }
 
 }  // namespace
+}  // namespace zumtest

@@ -1,17 +1,9 @@
-// Gray against its formulas in plain arithmetic, with weights of all kinds, in block columns and behind them.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <array>
+// Gray against its formulas in plain arithmetic, with weights of all kinds.
 #include <cmath>
-#include <limits>
-#include <random>
-#include <type_traits>
-#include <vector>
 
-#include "support/instruction_sets.h"
-#include "zumcc.h"
+#include "support/colours.h"
 
+namespace zumtest {
 namespace {
 
 using Weights = std::array<float, 3>;
@@ -29,7 +21,7 @@ int fixedWeight(float w) {
 }
 
 template <class T>
-T expected(const T* c, const Weights& w, bool tail) {
+T expected(const Colour<T>& c, const Weights& w, bool tail) {
   if constexpr (std::is_same_v<T, Zum8u>) {
     int terms[3], sum = 0, exact = 0;
     for (int i = 0; i < 3; ++i) {
@@ -55,65 +47,34 @@ T expected(const T* c, const Weights& w, bool tail) {
   }
 }
 
+// Without weights, and where none are given, the default ones are taken.
 template <class T>
-using Weighted = ZumStatus(const T*, int, T*, int, ZumiSize, const Zum32f*);
-template <class T>
-using Plain = ZumStatus(const T*, int, T*, int, ZumiSize);
-
-// Samples of any value, within 0..1 and around it for floats, every fourth at an end of the range.
-template <class T>
-std::vector<T> samples(int count) {
-  std::minstd_rand random(1);
-  std::vector<T> result(static_cast<std::size_t>(count));
-  for (T& sample : result) {
-    const auto bits = static_cast<unsigned>(random() >> 7 & 0xFFFF);
-    sample = static_cast<T>(bits);
-    if constexpr (std::is_same_v<T, Zum32f>)
-      sample = sample / 32768 - 0.5f;
-    else if (random() % 4 == 0)
-      sample = bits % 2 ? std::numeric_limits<T>::max() : std::numeric_limits<T>::min();
-  }
-  return result;
+void check(const std::string& layout, int block) {
+  const std::vector<Colour<T>> colours = anyColours<T>(1 << 14);
+  const auto compareWith = [&](const Function& function, const Weights& weights) {
+    compare(function, block, colours,
+            [&](const Colour<T>& c, bool tail) { return Colour<T>{expected(c, weights, tail)}; });
+  };
+  const Function weighted = named("zumiColorToGray_" + layout).front();
+  for (const Weights& weights : kWeights) compareWith(withTable(weighted, weights.data()), weights);
+  compareWith(withTable(weighted, nullptr), kDefault);
+  compareWith(named("zumiRGBToGray_" + layout).front(), kDefault);
+  expectStepsInSamples("zumi@(ColorToGray|RGBToGray)_" + layout);
 }
 
-// Block columns and those behind them, in rows of all lengths that end differently. No weights are the default ones,
-// and steps are counted in samples.
-template <class T>
-void compare(Plain<T>* plain, Weighted<T>* weighted, int channels, int block) {
-  constexpr int kRows = 40, kWidest = 1032;
-  const std::vector<T> src = samples<T>(kRows * kWidest * channels);
-  const int extra = static_cast<int>(sizeof(T)) - 1;
-  for (const int64_t set : zumtest::instructionSets()) {
-    zumtest::useInstructionSet(set);
-    for (int width = kWidest - 8; width < kWidest; ++width) {
-      const int step = width * static_cast<int>(sizeof(T)), srcStep = step * channels;
-      std::vector<T> got(static_cast<std::size_t>(width) * kRows), same(got.size());
-      for (const Weights& w : kWeights) {
-        ASSERT_EQ(zumOk, weighted(src.data(), srcStep + extra, got.data(), step + extra, {width, kRows}, w.data()));
-        for (int i = 0; i < width * kRows; ++i) {
-          const T wanted = expected(&src[i * channels], w, i % width >= width / block * block);
-          ASSERT_TRUE(got[i] == wanted || (wanted != wanted && got[i] != got[i]))
-              << hwy::TargetName(set) << ", column " << i % width << " of " << width << ", weights " << w[0] << ' '
-              << w[1] << ' ' << w[2] << ": " << +got[i] << ", not " << +wanted;
-        }
-      }
-      weighted(src.data(), srcStep, got.data(), step, {width, kRows}, kDefault.data());
-      weighted(src.data(), srcStep, same.data(), step, {width, kRows}, nullptr);
-      ASSERT_EQ(got, same);
-      plain(src.data(), srcStep, same.data(), step, {width, kRows});
-      ASSERT_EQ(got, same);
-    }
-  }
-  zumtest::useInstructionSet(zumtest::kBestInstructionSet);
+TEST(Gray, Bytes) {
+  check<Zum8u>("8u_C3C1R", 4);
+  check<Zum8u>("8u_AC4C1R", 8);
 }
-
-#define COMPARE(T, depth, block3, block4)                                                \
-  compare<T>(zumiRGBToGray_##depth##_C3C1R, zumiColorToGray_##depth##_C3C1R, 3, block3); \
-  compare<T>(zumiRGBToGray_##depth##_AC4C1R, zumiColorToGray_##depth##_AC4C1R, 4, block4)
-
-TEST(Gray, Bytes) { COMPARE(Zum8u, 8u, 4, 8); }
-TEST(Gray, Words) { COMPARE(Zum16u, 16u, 4, 4); }
-TEST(Gray, SignedWords) { COMPARE(Zum16s, 16s, 4, 4); }
-TEST(Gray, Floats) { COMPARE(Zum32f, 32f, 4, 4); }
+TEST(Gray, Words) {
+  for (const char* layout : {"16u_C3C1R", "16u_AC4C1R"}) check<Zum16u>(layout, 4);
+}
+TEST(Gray, SignedWords) {
+  for (const char* layout : {"16s_C3C1R", "16s_AC4C1R"}) check<Zum16s>(layout, 4);
+}
+TEST(Gray, Floats) {
+  for (const char* layout : {"32f_C3C1R", "32f_AC4C1R"}) check<Zum32f>(layout, 4);
+}
 
 }  // namespace
+}  // namespace zumtest

@@ -1,21 +1,8 @@
-// HLS against the formulas in single steps of plain arithmetic, in block columns and in the columns behind them.
-#include <algorithm>
-#include <array>
-#include <cstring>
-#include <limits>
-#include <random>
-#include <type_traits>
-#include <vector>
-
+// HLS against the formulas in single steps of plain arithmetic.
 #include "support/colours.h"
 
+namespace zumtest {
 namespace {
-
-using zumtest::Colour;
-using zumtest::estimate;
-using zumtest::ofBits;
-using zumtest::refined;
-using zumtest::truncated;
 
 // ---- The formulas
 
@@ -99,207 +86,86 @@ Colour<T> toRgb(const Colour<T>& hls, bool tail) {
   return {channel(red > 360 ? red - 360 : red), channel(h), channel(blue < 0 ? blue + 360 : blue)};
 }
 
-// ---- Colours
+// ---- Comparisons
 
-// Gray within two units, ties, colours near the borders of sextants and of the range, dark colours, gray, any.
-template <class T>
-Colour<T> deepColour(int i) {
-  std::minstd_rand random(static_cast<unsigned>(i) + 1);
-  random.discard(2);
-  const auto any = [&] { return static_cast<int>(random() >> 8 & 0xFFFF); };
-  constexpr int kEdges[] = {0, 1, 10922, 10923, 21844, 21845, 21846, 32767, 32768, 43689, 43690, 43691, 65534, 65535};
-  const int base[3] = {i & 0xFFFF, any(), any()};
-  Colour<T> c;
-  for (int k = 0; k < 3; ++k) {
-    int v = base[k];
-    if (i % 7 == 1) v = (base[0] + any() % 3) & 0xFFFF;
-    if (i % 7 == 2) v = base[any() % 3];
-    if (i % 7 == 3) v = kEdges[any() % std::size(kEdges)];
-    if (i % 7 == 4) v >>= any() % 16;
-    if (i % 7 == 5 && k == 2) v = 0;
-    c[k] = static_cast<T>(v + kLowest<T>);
-  }
-  return c;
-}
-
-// The same from 0 to 1, far beyond both, or close together, and hues where sextants meet.
-Colour<Zum32f> floatColour(int i) {
+// Deep colours from 0 to 1, far beyond both, or close together, and hues where sextants meet.
+std::vector<Colour<Zum32f>> floatColours() {
   constexpr float kScales[] = {1, 50, 0x1p-21f}, kOffsets[] = {0, -25, 0.25f};
-  Colour<Zum32f> c;
-  for (int k = 0; k < 3; ++k) c[k] = deepColour<Zum16u>(i)[k] / 65535.0f * kScales[i % 3] + kOffsets[i % 3];
-  if (i % 7 == 6) c[0] = static_cast<float>(i % 6) / 6;
-  return c;
-}
-
-template <class T>
-std::vector<Colour<T>> colours() {
-  if constexpr (kIsByte<T>) return zumtest::everyNth(61);
-  std::vector<Colour<T>> result;
-  for (int i = 0; i < 1 << 18; ++i) {
-    if constexpr (kIsFloat<T>) {
-      result.push_back(floatColour(i));
-    } else {
-      result.push_back(deepColour<T>(i));
-    }
+  std::vector<Colour<Zum32f>> colours;
+  for (const Colour<Zum16u>& deep : deepColours<Zum16u>()) {
+    const std::size_t i = colours.size();
+    Colour<Zum32f>& c = colours.emplace_back();
+    for (int k = 0; k < 3; ++k) c[k] = deep[k] / 65535.0f * kScales[i % 3] + kOffsets[i % 3];
+    if (i % 7 == 6) c[0] = static_cast<float>(i % 6) / 6;
   }
-  return result;
+  return colours;
 }
 
-template <class T>
-using Function = zumtest::Conversion<T, T>;
-
-// Steps lose what is no whole sample.
-template <class T>
-void check(Function<T>* function, int channels, int block, Colour<T> (*formula)(const Colour<T>&, bool tail)) {
-  const std::vector<Colour<T>> src = colours<T>();
-  zumtest::compare<T, T>(function, channels, block, src, formula);
-  constexpr int kStep = 12 * sizeof(T), kRows = 3;
-  T whole[12 * kRows] = {}, odd[12 * kRows] = {};
-  function(src[0].data(), kStep, whole, kStep, {3, kRows});
-  function(src[0].data(), kStep + sizeof(T) - 1, odd, kStep + sizeof(T) - 1, {3, kRows});
-  EXPECT_TRUE(std::equal(whole, std::end(whole), odd));
+TEST(Hls, ToHls) {
+  compare("zumiRGBToHLS_8u_C3R", 8, everyNth(61), toHls<Zum8u>);
+  compare("zumiRGBToHLS_8u_AC4R", 4, everyNth(61), toHls<Zum8u>);
+  compare("zumiRGBToHLS_16u_*", 4, deepColours<Zum16u>(), toHls<Zum16u>);
+  compare("zumiRGBToHLS_16s_*", 4, deepColours<Zum16s>(), toHls<Zum16s>);
+  compare("zumiRGBToHLS_32f_*", 4, floatColours(), toHls<Zum32f>);
 }
-
-using HlsTest = zumtest::ColourTest;
-
-TEST_F(HlsTest, ToHls) {
-  check<Zum8u>(zumiRGBToHLS_8u_C3R, 3, 8, toHls);
-  check<Zum8u>(zumiRGBToHLS_8u_AC4R, 4, 4, toHls);
-  check<Zum16u>(zumiRGBToHLS_16u_C3R, 3, 4, toHls);
-  check<Zum16u>(zumiRGBToHLS_16u_AC4R, 4, 4, toHls);
-  check<Zum16s>(zumiRGBToHLS_16s_C3R, 3, 4, toHls);
-  check<Zum16s>(zumiRGBToHLS_16s_AC4R, 4, 4, toHls);
-  check<Zum32f>(zumiRGBToHLS_32f_C3R, 3, 4, toHls);
-  check<Zum32f>(zumiRGBToHLS_32f_AC4R, 4, 4, toHls);
+TEST(Hls, ToRgb) {
+  compare("zumiHLSToRGB_8u_C3R", 8, everyNth(61), toRgb<Zum8u>);
+  compare("zumiHLSToRGB_8u_AC4R", 4, everyNth(61), toRgb<Zum8u>);
+  compare("zumiHLSToRGB_16u_*", 4, deepColours<Zum16u>(), toRgb<Zum16u>);
+  compare("zumiHLSToRGB_16s_*", 4, deepColours<Zum16s>(), toRgb<Zum16s>);
+  compare("zumiHLSToRGB_32f_*", 4, floatColours(), toRgb<Zum32f>);
 }
-TEST_F(HlsTest, ToRgb) {
-  check<Zum8u>(zumiHLSToRGB_8u_C3R, 3, 8, toRgb);
-  check<Zum8u>(zumiHLSToRGB_8u_AC4R, 4, 4, toRgb);
-  check<Zum16u>(zumiHLSToRGB_16u_C3R, 3, 4, toRgb);
-  check<Zum16u>(zumiHLSToRGB_16u_AC4R, 4, 4, toRgb);
-  check<Zum16s>(zumiHLSToRGB_16s_C3R, 3, 4, toRgb);
-  check<Zum16s>(zumiHLSToRGB_16s_AC4R, 4, 4, toRgb);
-  check<Zum32f>(zumiHLSToRGB_32f_C3R, 3, 4, toRgb);
-  check<Zum32f>(zumiHLSToRGB_32f_AC4R, 4, 4, toRgb);
-}
+TEST(Hls, StepsAreInSamples) { expectStepsInSamples("zumi@(RGBToHLS|HLSToRGB)_*"); }
 
-// ---- BGR, interleaved or in planes, as the type of a function's argument says
-
-// Whole vectors, a block and a tail.
-constexpr int kWidth = 135;
-
-template <class Argument>
-struct Row {
-  static constexpr bool kPlanar = std::is_pointer_v<std::remove_pointer_t<Argument>>;
-
-  int channels;
-  Zum8u samples[4 * kWidth] = {};
-  Zum8u* planes[4] = {samples, samples + kWidth, samples + 2 * kWidth, samples + 3 * kWidth};
-
-  Zum8u& at(int x, int c) { return samples[kPlanar ? c * kWidth + x : x * channels + c]; }
-  Argument argument() {
-    if constexpr (kPlanar) {
-      return planes;
-    } else {
-      return samples;
-    }
+// Fourth channels are copied, but for the one layout that keeps them.
+TEST(Hls, BgrLayouts) {
+  for (const Function& function : named("zumi@(BGRToHLS|HLSToBGR)_8u_*")) {
+    const auto formula = function.name[4] == 'B' ? toHls<Zum8u> : toRgb<Zum8u>;
+    const bool copies = !function.planes.back().keepsAlpha;
+    expectPictures(function, kColours, [=](const Picture& src, const Picture& dst) {
+      forEachPixel(src, [&](int x, int y) {
+        dst.set(x, y, formula(src.at<Zum8u>(x, y), x >= src.size.width / 4 * 4));
+        if (copies) dst.set(3, x, y, src.get(3, x, y));
+      });
+    });
   }
-};
-
-enum class Alpha { kNone, kKept, kCopied };
-
-template <class Src, class Dst>
-void checkBgr(ZumStatus (*function)(Src, int, Dst, int, ZumiSize), bool toHlsFromBgr, Alpha alpha) {
-  const int channels = alpha == Alpha::kNone ? 3 : 4, inFirst = toHlsFromBgr ? 2 : 0, outFirst = 2 - inFirst;
-  const auto formula = toHlsFromBgr ? toHls<Zum8u> : toRgb<Zum8u>;
-  const std::vector<Colour<Zum8u>> colours = zumtest::everyNth(997);
-  for (const int64_t set : zumtest::instructionSets()) {
-    zumtest::useInstructionSet(set);
-    for (auto colour = colours.begin(); colour + kWidth <= colours.end(); colour += kWidth) {
-      Row<Src> src{channels};
-      Row<Dst> dst{channels};
-      for (int x = 0; x < kWidth; ++x) {
-        for (int c = 0; c < 3; ++c) src.at(x, std::abs(inFirst - c)) = colour[x][c];
-        if (channels == 4) src.at(x, 3) = static_cast<Zum8u>(x + 1);
-      }
-      ASSERT_EQ(zumOk, function(src.argument(), 1, dst.argument(), 1, {kWidth, 1}));
-      for (int x = 0; x < kWidth; ++x) {
-        const Colour<Zum8u> got{dst.at(x, outFirst), dst.at(x, 1), dst.at(x, 2 - outFirst)};
-        ASSERT_EQ(formula(colour[x], x >= (kWidth & ~3)), got) << hwy::TargetName(set) << ", column " << x;
-        ASSERT_TRUE(channels == 3 || dst.at(x, 3) == (alpha == Alpha::kCopied ? x + 1 : 0)) << "column " << x;
-      }
-    }
-  }
-}
-
-TEST_F(HlsTest, BgrLayouts) {
-  checkBgr(zumiBGRToHLS_8u_AC4R, true, Alpha::kKept);
-  checkBgr(zumiBGRToHLS_8u_AP4R, true, Alpha::kCopied);
-  checkBgr(zumiBGRToHLS_8u_AP4C4R, true, Alpha::kCopied);
-  checkBgr(zumiBGRToHLS_8u_AC4P4R, true, Alpha::kCopied);
-  checkBgr(zumiBGRToHLS_8u_P3R, true, Alpha::kNone);
-  checkBgr(zumiBGRToHLS_8u_P3C3R, true, Alpha::kNone);
-  checkBgr(zumiBGRToHLS_8u_C3P3R, true, Alpha::kNone);
-  checkBgr(zumiHLSToBGR_8u_AP4R, false, Alpha::kCopied);
-  checkBgr(zumiHLSToBGR_8u_AP4C4R, false, Alpha::kCopied);
-  checkBgr(zumiHLSToBGR_8u_AC4P4R, false, Alpha::kCopied);
-  checkBgr(zumiHLSToBGR_8u_P3R, false, Alpha::kNone);
-  checkBgr(zumiHLSToBGR_8u_P3C3R, false, Alpha::kNone);
-  checkBgr(zumiHLSToBGR_8u_C3P3R, false, Alpha::kNone);
 }
 
 // ---- Values known beforehand
 
-// A row of five: four block columns and one behind them.
-template <class T>
-std::vector<T> rowOf(Function<T>* function, const Colour<T>& in) {
-  std::vector<T> src, dst(15);
-  for (int i = 0; i < 5; ++i) src.insert(src.end(), in.begin(), in.end());
-  EXPECT_EQ(zumOk, function(src.data(), 0, dst.data(), 0, {5, 1}));
-  return dst;
-}
-
-template <class T>
-void expectColours(Function<T>* function, const Colour<T>& in, const Colour<T>& block, const Colour<T>& tail) {
-  const std::vector<T> dst = rowOf(function, in);
-  EXPECT_EQ(block, (Colour<T>{dst[0], dst[1], dst[2]}));
-  EXPECT_EQ(tail, (Colour<T>{dst[12], dst[13], dst[14]}));
-}
-
-TEST_F(HlsTest, KnownColours) {
-  for (const int value : {0, 77, 255}) {
-    const auto v = static_cast<Zum8u>(value);
-    expectColours<Zum8u>(zumiRGBToHLS_8u_C3R, {v, v, v}, {0, v, 0}, {0, v, 0});
-  }
+TEST(Hls, KnownColours) {
+  for (const Zum8u v : {0, 77, 255}) expectColour<Zum8u>("zumiRGBToHLS_8u_C3R", {v, v, v}, {0, v, 0});
   // A hue of 360 degrees: red, not wrapped to 0.
-  expectColours<Zum8u>(zumiHLSToRGB_8u_C3R, {255, 127, 255}, {254, 0, 0}, {254, 0, 0});
-  expectColours<Zum16s>(zumiRGBToHLS_16s_C3R, {5, 5, 5}, {-32768, 5, -32768}, {-32768, 5, -32768});
-
+  expectColour<Zum8u>("zumiHLSToRGB_8u_C3R", {255, 127, 255}, {254, 0, 0});
+  expectColour<Zum16s>("zumiRGBToHLS_16s_C3R", {5, 5, 5}, {-32768, 5, -32768});
   const Zum16u halved[][2] = {{1, 0}, {3, 2}, {32767, 32766}, {65535, 65534}};
-  for (const auto& [l, even] : halved) {
-    expectColours<Zum16u>(zumiHLSToRGB_16u_C3R, {123, l, 0}, {even, even, even}, {l, l, l});
-  }
+  for (const auto& [l, even] : halved)
+    expectColour<Zum16u, Zum16u>("zumiHLSToRGB_16u_C3R", {123, l, 0}, {even, even, even}, {l, l, l});
+}
 
-  std::vector<int> lossy;
+// Block columns make 512 of the 65536 grays one darker.
+TEST(Hls, SignedGrays) {
+  std::vector<Colour<Zum16s>> grays;
+  std::vector<int> lost;
   for (int l = 0; l < 65536; ++l) {
     const auto v = static_cast<Zum16s>(l - 32768);
-    const std::vector<Zum16s> dst = rowOf<Zum16s>(zumiHLSToRGB_16s_C3R, {1000, v, -32768});
-    if (dst[0] != v) lossy.push_back(l);
-    ASSERT_GE(dst[0], v - 1);
-    ASSERT_EQ(v, dst[14]);
+    grays.push_back({1000, v, -32768});
+    if (toRgb(grays.back(), false)[0] == v - 1) lost.push_back(l);
   }
-  ASSERT_EQ(512U, lossy.size());
-  EXPECT_EQ(257, lossy[0]);
-  EXPECT_EQ(261, lossy[1]);
-  EXPECT_EQ(65152, lossy[511]);
+  compare("zumiHLSToRGB_16s_C3R", 4, grays, toRgb<Zum16s>);
+  ASSERT_EQ(512u, lost.size());
+  EXPECT_EQ(257, lost[0]);
+  EXPECT_EQ(261, lost[1]);
+  EXPECT_EQ(65152, lost[511]);
 }
 
 // Lightness that the formulas would not give back.
-TEST_F(HlsTest, FloatGrayIsKeptBitForBit) {
-  for (const float l : {-0.0f, std::numeric_limits<float>::infinity(), std::numeric_limits<float>::max()}) {
-    const std::vector<float> dst = rowOf<Zum32f>(zumiHLSToRGB_32f_C3R, {0.3f, l, 0});
-    for (const float v : dst) EXPECT_EQ(0, std::memcmp(&l, &v, sizeof(v))) << l << ' ' << v;
-  }
+TEST(Hls, FloatGrayIsKeptBitForBit) {
+  for (const float l : {-0.0f, std::numeric_limits<float>::infinity(), std::numeric_limits<float>::max()})
+    for (const int x : {0, 4})
+      for (const float v : converted<Zum32f, Zum32f>("zumiHLSToRGB_32f_C3R", {0.3f, l, 0}, 5, x))
+        EXPECT_EQ(bitsOf(l), bitsOf(v)) << l << ' ' << v;
 }
 
 }  // namespace
+}  // namespace zumtest

@@ -1,9 +1,5 @@
-// L*u*v* against its formulas in single steps of scalar arithmetic, in block columns and in the columns behind them.
-#include <algorithm>
+// L*u*v* against its formulas in single steps of scalar arithmetic.
 #include <cmath>
-#include <cstring>
-#include <limits>
-#include <random>
 
 #include "support/colours.h"
 
@@ -163,59 +159,43 @@ Colour<float> inverse32(const Colour<float>& luv, bool) {
 // ---- Colours
 
 constexpr unsigned kEveryNth = 61;
-constexpr int kDeepColours = 1 << 18;
+constexpr std::size_t kFloats = 1 << 18;
 
-// Any, dark ones, grays, extremes, and codes of LUV for which v' is nearly 0, so that RGB leaves all ranges.
+// Codes for which v' is nearly 0, so that RGB leaves all ranges, among deep colours.
 template <class T>
-std::vector<Colour<T>> deepColours() {
+std::vector<Colour<T>> deepCodes() {
+  std::vector<Colour<T>> colours = deepColours<T>();
   std::minstd_rand random;
-  const auto any = [&] { return static_cast<int>(random() >> 8 & 0xFFFF); };
-  std::vector<Colour<T>> colours;
-  for (int i = 0; i < kDeepColours; ++i) {
-    int c[] = {any(), any(), any()};
-    if (i % 5 == 1) c[0] >>= c[1] & 15, c[1] >>= c[2] & 15, c[2] >>= any() & 15;
-    if (i % 5 == 2) c[1] = (c[0] + any() % 3) & 0xFFFF, c[2] = (c[0] + any() % 3) & 0xFFFF;
-    if (i % 5 == 3) c[0] = any() % 2 * 65535, c[1] = any() % 3 * 32767, c[2] = any() % 2 * 65535;
-    if (i % 5 == 4) {
-      c[0] %= 15000;
-      c[2] = std::max(0, nearest((140 - 0.468342f * 13 * c[0] / 655.35f) * 250.13359f) + any() % 3 - 1);
-    }
-    colours.push_back(
-        {static_cast<T>(c[0] + kOffset<T>), static_cast<T>(c[1] + kOffset<T>), static_cast<T>(c[2] + kOffset<T>)});
+  for (std::size_t i = 0; i < colours.size(); i += 4) {
+    const int l = static_cast<int>(random() % 15000), near = static_cast<int>(random() % 3) - 1;
+    const int v = std::max(0, nearest((140 - 0.468342f * 13 * l / 655.35f) * 250.13359f) + near);
+    colours[i][0] = static_cast<T>(l + kOffset<T>);
+    colours[i][2] = static_cast<T>(v + kOffset<T>);
   }
   return colours;
 }
 
-class LuvTest : public ColourTest {};
-
-TEST_F(LuvTest, Bytes) {
-  compare(zumiRGBToLUV_8u_C3R, 3, 1, everyNth(kEveryNth), forward8);
-  compare(zumiRGBToLUV_8u_AC4R, 4, 1, everyNth(16 * kEveryNth), forward8);
-  compare(zumiLUVToRGB_8u_C3R, 3, 8, everyNth(kEveryNth), inverse<Zum8u>);
-  compare(zumiLUVToRGB_8u_AC4R, 4, 4, everyNth(16 * kEveryNth), inverse<Zum8u>);
+TEST(Luv, Bytes) {
+  compare("zumiRGBToLUV_8u_*", 1, everyNth(kEveryNth), forward8);
+  compare("zumiLUVToRGB_8u_C3R", 8, everyNth(kEveryNth), inverse<Zum8u>);
+  compare("zumiLUVToRGB_8u_AC4R", 4, everyNth(kEveryNth), inverse<Zum8u>);
 }
 
-TEST_F(LuvTest, Words) {
-  const auto colours = deepColours<Zum16u>();
-  compare(zumiRGBToLUV_16u_C3R, 3, 4, colours, forward16<Zum16u>);
-  compare(zumiRGBToLUV_16u_AC4R, 4, 4, {colours.begin(), colours.begin() + 5000}, forward16<Zum16u>);
-  compare(zumiLUVToRGB_16u_C3R, 3, 4, colours, inverse<Zum16u>);
-  compare(zumiLUVToRGB_16u_AC4R, 4, 4, {colours.begin(), colours.begin() + 5000}, inverse<Zum16u>);
+TEST(Luv, Words) {
+  compare("zumiRGBToLUV_16u_*", 4, deepColours<Zum16u>(), forward16<Zum16u>);
+  compare("zumiLUVToRGB_16u_*", 4, deepCodes<Zum16u>(), inverse<Zum16u>);
 }
 
-TEST_F(LuvTest, SignedWords) {
-  const auto colours = deepColours<Zum16s>();
-  compare(zumiRGBToLUV_16s_C3R, 3, 4, colours, forward16<Zum16s>);
-  compare(zumiRGBToLUV_16s_AC4R, 4, 4, {colours.begin(), colours.begin() + 5000}, forward16<Zum16s>);
-  compare(zumiLUVToRGB_16s_C3R, 3, 4, colours, inverse<Zum16s>);
-  compare(zumiLUVToRGB_16s_AC4R, 4, 4, {colours.begin(), colours.begin() + 5000}, inverse<Zum16s>);
+TEST(Luv, SignedWords) {
+  compare("zumiRGBToLUV_16s_*", 4, deepColours<Zum16s>(), forward16<Zum16s>);
+  compare("zumiLUVToRGB_16s_*", 4, deepCodes<Zum16s>(), inverse<Zum16s>);
 }
 
-TEST_F(LuvTest, Floats) {
+TEST(Luv, Floats) {
   std::mt19937 random;
   const auto any = [&](float low, float high) { return low + (high - low) * (random() * 0x1p-32f); };
   std::vector<Colour<float>> rgb{{0, 0, 0}, {1, 1, 1}}, luv;
-  while (rgb.size() < kDeepColours) {
+  while (rgb.size() < kFloats) {
     const float gray = (random() % 512) / 512.0f, r = any(0, 1), g = any(0, 1);
     rgb.push_back({r, g, any(0, 1)});
     rgb.push_back({gray, gray, gray});
@@ -223,82 +203,64 @@ TEST_F(LuvTest, Floats) {
     // No Z, or next to none.
     rgb.push_back({r, g, -(0.019334f * r + 0.119193f * g) / 0.950227f});
   }
-  while (luv.size() < kDeepColours) {
+  while (luv.size() < kFloats) {
     luv.push_back({any(0.0001f, 100), any(-134, 220), any(-140, 122)});
     luv.push_back({any(0.0001f, 16), any(-20, 20), any(-20, 20)});
   }
-  compare(zumiRGBToLUV_32f_C3R, 3, 4, rgb, forward32);
-  compare(zumiRGBToLUV_32f_AC4R, 4, 4, {rgb.begin(), rgb.begin() + 5000}, forward32);
-  compare(zumiLUVToRGB_32f_C3R, 3, 1, luv, inverse32);
-  compare(zumiLUVToRGB_32f_AC4R, 4, 1, {luv.begin(), luv.begin() + 5000}, inverse32);
+  compare("zumiRGBToLUV_32f_*", 4, rgb, forward32);
+  compare("zumiLUVToRGB_32f_*", 1, luv, inverse32);
 }
 
 // ---- Values known beforehand
 
-// The same in all columns.
-template <class T>
-void expect(Conversion<T, T>* function, const Colour<T>& from, const Colour<T>& to) {
-  compare(function, 3, 1, {from}, [&](const Colour<T>&, bool) { return to; });
+TEST(Luv, KnownColours) {
+  const char *const forward = "zumiRGBToLUV_8u_C3R", *const inverse = "zumiLUVToRGB_8u_C3R",
+                    *const floats = "zumiRGBToLUV_32f_C3R";
+  expectColour<int>(forward, {0, 0, 0}, {0, 97, 136});
+  const int lightness[] = {0, 9, 18, 26};
+  for (const int gray : {1, 2, 3}) EXPECT_EQ(lightness[gray], converted(forward, {gray, gray, gray}, 1, 0)[0]);
+  EXPECT_EQ(255, converted(forward, {255, 255, 255}, 1, 0)[0]);
+  expectColour<int>(inverse, {0, 97, 136}, {0, 0, 0});
+  expectColour<int>("zumiLUVToRGB_16u_C3R", {0, 24807, 35019}, {0, 0, 0});
+
+  EXPECT_EQ(26.426399f, (converted<float, float>(floats, {1, 1, 1}, 4, 0)[0]));
+  EXPECT_NEAR(100, (converted<float, float>(floats, {0.999f, 0.999f, 0.999f}, 4, 0)[0]), 0.1);
+  for (const int x : {0, 4})
+    for (int k = 0; k < 3; ++k)
+      EXPECT_EQ(bitsOf(k ? -0.0f : 0.0f), bitsOf(converted<float, float>(floats, {0, 0, 0}, 5, x)[k])) << k;
 }
 
-TEST_F(LuvTest, KnownColours) {
-  expect<Zum8u>(zumiRGBToLUV_8u_C3R, {0, 0, 0}, {0, 97, 136});
-  for (const Zum8u gray : {1, 2, 3})
-    EXPECT_EQ(Colour<Zum8u>({9, 18, 26})[gray - 1],
-              convert(zumiRGBToLUV_8u_C3R, std::vector<Zum8u>{gray, gray, gray}, 3, 1)[0]);
-  EXPECT_EQ(255, convert(zumiRGBToLUV_8u_C3R, std::vector<Zum8u>{255, 255, 255}, 3, 1)[0]);
-  expect<Zum8u>(zumiLUVToRGB_8u_C3R, {0, 97, 136}, {0, 0, 0});
-  expect<Zum16u>(zumiLUVToRGB_16u_C3R, {0, 24807, 35019}, {0, 0, 0});
-
-  const std::vector<float> white(12, 1), nearly(12, 0.999f), black(15);
-  EXPECT_EQ(26.426399f, convert(zumiRGBToLUV_32f_C3R, white, 3, 4)[0]);
-  EXPECT_NEAR(100, convert(zumiRGBToLUV_32f_C3R, nearly, 3, 4)[0], 0.1);
-  const std::vector<float> ofBlack = convert(zumiRGBToLUV_32f_C3R, black, 3, 5);
-  for (int i = 0; i < 15; ++i) EXPECT_TRUE(ofBlack[i] == 0 && std::signbit(ofBlack[i]) == (i % 3 != 0)) << i;
-}
-
-TEST_F(LuvTest, BlackEndsARow) {
+// What is behind the first black pixel of a row is left alone.
+TEST(Luv, BlackEndsARow) {
   constexpr int kWidth = 75;
-  for (const int64_t set : instructionSets()) {
-    useInstructionSet(set);
-    for (const int channels : {3, 4}) {
-      const auto function = channels == 3 ? zumiLUVToRGB_32f_C3R : zumiLUVToRGB_32f_AC4R;
-      for (int black = 0; black < kWidth; ++black) {
-        std::vector<float> src(kWidth * channels, 50), dst(src.size(), 7);
-        const std::vector<float> whole = convert(function, src, channels, kWidth, dst);
-        for (const int x : {black, kWidth - 1}) src[x * channels] = 0.00008f;
-        std::vector<float> wanted = dst;
-        std::copy_n(whole.begin(), black * channels, wanted.begin());
-        std::fill_n(wanted.begin() + black * channels, 3, 0.0f);
-        ASSERT_EQ(wanted, convert(function, src, channels, kWidth, dst)) << hwy::TargetName(set) << ' ' << black;
-      }
+  for (const Function& function : named("zumiLUVToRGB_32f_*")) {
+    for (int black = 0; black < kWidth; ++black) {
+      ASSERT_NO_FATAL_FAILURE(expectPicture(
+          function, {kWidth, 1},
+          [=](const Picture& src, const Picture& dst) {
+            for (int x = 0; x <= black; ++x)
+              dst.set(x, 0, x < black ? inverse32(src.at<float>(x, 0), false) : Colour<float>{});
+          },
+          [=](const Picture& src) {
+            for (int x = 0; x < kWidth; ++x)
+              src.set(x, 0, Colour<float>{x == black || x == kWidth - 1 ? 0.00008f : 50, 50, 50});
+          }));
     }
   }
 }
 
-TEST_F(LuvTest, Steps) {
-  // The forward direction alone takes any step at 32f.
-  constexpr int kStep = 61, kRows = 2;
-  alignas(float) Zum8u src[kStep * kRows + 8], dst[sizeof src], packed[sizeof src];
-  std::minstd_rand random;
-  std::vector<float> samples(12 * kRows);
-  for (float& v : samples) v = (random() & 0xFFFF) / 65536.0f;
-  const auto place = [&](int step) {
-    for (int r = 0; r < kRows; ++r) std::memcpy(src + r * step, &samples[12 * r], 12 * sizeof(float));
-  };
-  const auto run = [&](auto* function, int step) {
-    std::memset(dst, 0, sizeof dst);
-    function(reinterpret_cast<Zum32f*>(src), step, reinterpret_cast<Zum32f*>(dst), step, {4, kRows});
-  };
-  for (const auto& [function, keeps] :
-       {std::pair(zumiRGBToLUV_32f_C3R, true), std::pair(zumiLUVToRGB_32f_C3R, false)}) {
-    place(kStep - 1);
-    run(function, kStep - 1);
-    std::memcpy(packed, dst, sizeof dst);
-    if (keeps) place(kStep);
-    run(function, kStep);
-    EXPECT_EQ(0, std::memcmp(packed + kStep - 1, dst + kStep - 1 + keeps, 12 * sizeof(float)));
-  }
+// Steps are in samples, but for single precision forward, which takes any.
+TEST(Luv, Steps) {
+  expectStepsInSamples("zumi@(RGBToLUV_@(8u|16u|16s)|LUVToRGB)_*");
+  constexpr int kStep = 61;
+  const float samples[2][12] = {{0.5f, 0.25f, 1}, {0.125f, 0.75f, 0.5f}};
+  Zum8u src[2 * kStep], dst[2 * kStep];
+  float packed[12], got[12];
+  for (const int row : {0, 1}) std::memcpy(src + row * kStep, samples[row], sizeof packed);
+  zumiRGBToLUV_32f_C3R(reinterpret_cast<Zum32f*>(src), kStep, reinterpret_cast<Zum32f*>(dst), kStep, {4, 2});
+  zumiRGBToLUV_32f_C3R(samples[1], sizeof packed, packed, sizeof packed, {4, 1});
+  std::memcpy(got, dst + kStep, sizeof got);
+  EXPECT_TRUE(std::equal(packed, std::end(packed), got));
 }
 
 }  // namespace

@@ -1,14 +1,9 @@
 // YCC and XYZ against their formulas in single steps of plain arithmetic.
-#include <algorithm>
-#include <limits>
-#include <random>
-#include <type_traits>
-
 #include "support/colours.h"
 
+namespace zumtest {
 namespace {
 
-using zumtest::Colour;
 using Ints = Colour<int>;
 using Floats = Colour<float>;
 
@@ -23,8 +18,6 @@ struct Formulas {
   Floats (*singles)(const Floats&);
 };
 
-// Divided by a power of two, downward.
-int down(int v, int bits) { return static_cast<int>((v + (1LL << 40)) / (1 << bits) - ((1LL << 40) >> bits)); }
 Ints limited(const Ints& c) { return {std::clamp(c[0], 0, 255), std::clamp(c[1], 0, 255), std::clamp(c[2], 0, 255)}; }
 float limited(float v) { return std::clamp(v, 0.0f, 1.0f); }
 Floats limited(const Floats& c) { return {limited(c[0]), limited(c[1]), limited(c[2])}; }
@@ -126,9 +119,6 @@ const Formulas kFromXyz{rgbBytesOfXyz, rgbOfXyz, [](const Floats& c) { return li
 // ---- Colours
 
 template <class T>
-using Function = zumtest::Conversion<T, T>;
-
-template <class T>
 Colour<T> expected(const Formulas& formulas, const Colour<T>& c, bool tail) {
   if constexpr (std::is_same_v<T, Zum32f>) {
     return formulas.singles(c);
@@ -145,70 +135,33 @@ Colour<T> expected(const Formulas& formulas, const Colour<T>& c, bool tail) {
   }
 }
 
-// Bytes from all over the cube; words of any value, every fourth the largest or the smallest; floats around 0..1.
-template <class T>
-std::vector<Colour<T>> colours() {
-  if constexpr (std::is_same_v<T, Zum8u>) return zumtest::everyNth(251);
-  std::minstd_rand random(1);
-  std::vector<Colour<T>> result(1 << 15);
-  for (Colour<T>& colour : result) {
-    for (T& sample : colour) {
-      const auto bits = static_cast<unsigned>(random() >> 7 & 0xFFFF);
-      sample = static_cast<T>(bits % 4   ? bits
-                              : bits % 8 ? std::numeric_limits<T>::max()
-                                         : std::numeric_limits<T>::min());
-      if (std::is_same_v<T, Zum32f>) sample = static_cast<T>(bits) / 32768 - static_cast<T>(0.5);
-    }
-  }
-  return result;
+// All depths and layouts of a conversion.
+void check(const std::string& name, const Formulas& formulas) {
+  const auto compareAs = [&](auto sample, const char* layouts, int block) {
+    using T = decltype(sample);
+    compare(name + layouts, block, anyColours<T>(1 << 16),
+            [&](const Colour<T>& c, bool tail) { return expected(formulas, c, tail); });
+  };
+  compareAs(Zum8u(), "_8u_C3R", 8);
+  compareAs(Zum8u(), "_8u_AC4R", 4);
+  compareAs(Zum16u(), "_16u_*", 4);
+  compareAs(Zum16s(), "_16s_*", 4);
+  compareAs(Zum32f(), "_32f_*", 4);
+  expectStepsInSamples(name + "_*");
 }
 
-// Steps lose what is no whole sample.
-template <class T>
-void check(Function<T>* function, int channels, int block, const Formulas& formulas) {
-  zumtest::compare<T, T>(function, channels, block, colours<T>(),
-                         [&](const Colour<T>& c, bool tail) { return expected(formulas, c, tail); });
-  constexpr int kStep = 12 * sizeof(T), kRows = 3;
-  const std::vector<Colour<T>> src = colours<T>();
-  T whole[12 * kRows] = {}, odd[12 * kRows] = {};
-  function(src[0].data(), kStep, whole, kStep, {3, kRows});
-  function(src[0].data(), kStep + sizeof(T) - 1, odd, kStep + sizeof(T) - 1, {3, kRows});
-  EXPECT_TRUE(std::equal(whole, std::end(whole), odd));
-}
+TEST(YccXyz, RgbToYcc) { check("zumiRGBToYCC", kToYcc); }
+TEST(YccXyz, YccToRgb) { check("zumiYCCToRGB", kFromYcc); }
+TEST(YccXyz, RgbToXyz) { check("zumiRGBToXYZ", kToXyz); }
+TEST(YccXyz, XyzToRgb) { check("zumiXYZToRGB", kFromXyz); }
 
-#define CHECK_ALL(model, formulas)                       \
-  check<Zum8u>(zumi##model##_8u_C3R, 3, 8, formulas);    \
-  check<Zum8u>(zumi##model##_8u_AC4R, 4, 4, formulas);   \
-  check<Zum16u>(zumi##model##_16u_C3R, 3, 4, formulas);  \
-  check<Zum16u>(zumi##model##_16u_AC4R, 4, 4, formulas); \
-  check<Zum16s>(zumi##model##_16s_C3R, 3, 4, formulas);  \
-  check<Zum16s>(zumi##model##_16s_AC4R, 4, 4, formulas); \
-  check<Zum32f>(zumi##model##_32f_C3R, 3, 4, formulas);  \
-  check<Zum32f>(zumi##model##_32f_AC4R, 4, 4, formulas)
-
-using YccXyz = zumtest::ColourTest;
-
-TEST_F(YccXyz, RgbToYcc) { CHECK_ALL(RGBToYCC, kToYcc); }
-TEST_F(YccXyz, YccToRgb) { CHECK_ALL(YCCToRGB, kFromYcc); }
-TEST_F(YccXyz, RgbToXyz) { CHECK_ALL(RGBToXYZ, kToXyz); }
-TEST_F(YccXyz, XyzToRgb) { CHECK_ALL(XYZToRGB, kFromXyz); }
-
-// The first pixel of a row, and the last of one that is no whole number of blocks.
-template <class T>
-void expectColour(Function<T>* function, const Colour<T>& in, const Colour<T>& block, const Colour<T>& tail) {
-  const std::vector<Colour<T>> src(9, in);
-  std::vector<Colour<T>> dst(9);
-  ASSERT_EQ(zumOk, function(src[0].data(), 27 * sizeof(T), dst[0].data(), 27 * sizeof(T), {9, 1}));
-  EXPECT_EQ(block, dst.front());
-  EXPECT_EQ(tail, dst.back());
-}
-
-TEST_F(YccXyz, KnownColours) {
-  expectColour<Zum8u>(zumiRGBToXYZ_8u_C3R, {255, 255, 255}, {242, 255, 255}, {242, 254, 255});
-  expectColour<Zum8u>(zumiXYZToRGB_8u_C3R, {255, 0, 0}, {255, 0, 14}, {255, 0, 14});
-  expectColour<Zum32f>(zumiRGBToXYZ_32f_C3R, {1, 1, 1}, {0.950456f, 1, 1}, {0.950456f, 1, 1});
-  expectColour<Zum8u>(zumiRGBToYCC_8u_C3R, {0, 0, 0}, {0, 156, 137}, {0, 156, 137});
-  expectColour<Zum16u>(zumiRGBToYCC_16u_C3R, {1, 1, 1}, {0, 40092, 35209}, {1, 40092, 35209});
+TEST(YccXyz, KnownColours) {
+  expectColour<int, int>("zumiRGBToXYZ_8u_C3R", {255, 255, 255}, {242, 255, 255}, {242, 254, 255});
+  expectColour<int>("zumiXYZToRGB_8u_C3R", {255, 0, 0}, {255, 0, 14});
+  expectColour<float>("zumiRGBToXYZ_32f_C3R", {1, 1, 1}, {0.950456f, 1, 1});
+  expectColour<int>("zumiRGBToYCC_8u_C3R", {0, 0, 0}, {0, 156, 137});
+  expectColour<int, int>("zumiRGBToYCC_16u_C3R", {1, 1, 1}, {0, 40092, 35209}, {1, 40092, 35209});
 }
 
 }  // namespace
+}  // namespace zumtest

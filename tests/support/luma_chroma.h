@@ -6,7 +6,7 @@
 
 namespace zumtest {
 
-using Numbers = std::array<int, 3>;  // R, G, B or Y, Cb, Cr
+using Numbers = Colour<int>;  // R, G, B or Y, Cb, Cr
 
 // Weighted sums, exactly and of truncated terms.
 inline int exactSum(const Numbers& w, const Numbers& p, int64_t offset, int bits) {

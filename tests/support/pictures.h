@@ -10,6 +10,7 @@
 #include <cstring>
 #include <functional>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -19,12 +20,26 @@
 
 namespace zumtest {
 
+template <class T>
+using Colour = std::array<T, 3>;
+
 // The functions whose names match a shell pattern, at least one.
 inline std::vector<Function> named(const std::string& pattern) {
   std::vector<Function> result;
   for (const Function& function : functions())
     if (fnmatch(pattern.c_str(), function.name.c_str(), FNM_EXTMATCH) == 0) result.push_back(function);
   EXPECT_FALSE(result.empty()) << pattern;
+  return result;
+}
+
+// A function that finds another table of coefficients in its last argument.
+inline Function withTable(const Function& function, const float* table) {
+  Function result = function;
+  result.invoke = [=](const Argument* given) {
+    std::vector<Argument> arguments(given, given + function.kinds.size());
+    arguments.back().pointer = const_cast<float*>(table);
+    return function.invoke(arguments.data());
+  };
   return result;
 }
 
@@ -51,7 +66,7 @@ class Picture {
       sample_ = plane.sample;
       const int bytes = static_cast<int>(sample_.bytes), rowBytes = static_cast<int>(plane.rowBytes(size));
       channels_.push_back({planes[own[p]].data(), first * bytes, stride * bytes, rowBytes,
-                           static_cast<int>(plane.rows(size)), columns, plane.rowDivisor});
+                           static_cast<int>(plane.rows(size)), columns / 2, plane.rowDivisor / 2});
     };
     for (int k = 0; k < 4; ++k) {
       const int second = k == (crFirst ? 1 : 2), place = bgr && k < 3 ? 2 - k : crFirst && k ? 3 - k : k;
@@ -70,8 +85,8 @@ class Picture {
   }
 
   // Pixels that share the chroma.
-  int columns() const { return channels_.size() < 2 ? 1 : channels_[1].columns; }
-  int rows() const { return channels_.size() < 2 ? 1 : channels_[1].rows; }
+  int columns() const { return channels_.size() < 2 ? 1 : 1 << channels_[1].columnBits; }
+  int rows() const { return channels_.size() < 2 ? 1 : 1 << channels_[1].rowBits; }
 
   // Whether there is a place for a channel of a pixel. Where there is none, it is 0, and stays so.
   bool has(int k, int x, int y) const { return find(k, x, y) != nullptr; }
@@ -92,7 +107,7 @@ class Picture {
 
   // The first three channels; if they are levels in the bits of one 16-bit sample, as bytes.
   template <class T = int>
-  std::array<T, 3> at(int x, int y) const {
+  Colour<T> at(int x, int y) const {
     if (levels_.green) {
       const int p = static_cast<int>(get(0, x, y)), top = 8 - levels_.green;
       const T first = static_cast<T>(p % 32 * 8), middle = static_cast<T>(p / 32 % (1 << levels_.green) << top),
@@ -102,7 +117,7 @@ class Picture {
     return {static_cast<T>(get(0, x, y)), static_cast<T>(get(1, x, y)), static_cast<T>(get(2, x, y))};
   }
   template <class T>
-  void set(int x, int y, const std::array<T, 3>& colour) const {
+  void set(int x, int y, const Colour<T>& colour) const {
     for (int k = 0; k < 3; ++k) set(k, x, y, static_cast<double>(colour[k]));
   }
 
@@ -112,13 +127,13 @@ class Picture {
   struct Channel {
     Zum8u* plane;
     int first, stride, rowBytes, height;  // in bytes
-    int columns, rows;                    // pixels to a sample
+    int columnBits, rowBits;              // logarithms of the pixels to a sample
   };
 
   Zum8u* find(int k, int x, int y) const {
     if (k >= static_cast<int>(channels_.size())) return nullptr;
     const Channel& c = channels_[k];
-    const int at = x / c.columns * c.stride + c.first, row = y / c.rows;
+    const int at = (x >> c.columnBits) * c.stride + c.first, row = y >> c.rowBits;
     return at < c.rowBytes && row < c.height ? c.plane + static_cast<std::ptrdiff_t>(row) * c.rowBytes + at : nullptr;
   }
   template <class T>
@@ -136,45 +151,16 @@ class Picture {
   } levels_{};
 };
 
-// Any bits, in every fifth sample only zeros or only ones; floats from 0 to 1.
+// Any bits, and in every fifth sample the smallest or the largest number; floats from 0 to 1.
 inline void addNoise(Bytes& plane, Sample sample) {
   static std::mt19937 random(1);
   fill(plane.data(), sample, plane.size() / sample.bytes, 1, Content::kNoise, random());
   if (sample.type == 'f') return;
-  for (std::size_t i = 0; i < plane.size(); i += sample.bytes)
-    if (const uint32_t bits = random(); bits % 5 == 0) std::fill_n(&plane[i], sample.bytes, bits >> 31 ? 0xFF : 0);
-}
-
-using Filling = std::function<double(int k, int x, int y)>;
-using Statement = std::function<void(const Picture& src, const Picture& dst)>;
-
-// Compares what a function makes of a picture with a statement of it, with every instruction set. The function must
-// leave what the statement does not set.
-inline void expectPicture(const Function& function, ZumiSize size, const Statement& statement,
-                          const Filling& filling = nullptr, bool isTight = false) {
-  static const std::vector<int64_t> sets = instructionSets();
-  Case c(function, size);
-  for (std::size_t i = 0; i < c.pixels.size(); ++i) addNoise(c.pixels[i], function.planes[i].sample);
-  const Picture src(function, Picture::kSource, size, c.pixels);
-  if (filling)
-    for (int k = 0; k < 4; ++k)
-      for (int y = 0; y < size.height; ++y)
-        for (int x = 0; x < size.width; ++x)
-          if (src.has(k, x, y)) src.set(k, x, y, filling(k, x, y));
-  std::vector<Bytes> wanted = c.pixels;
-  const Picture dst(function, Picture::kDestination, size, wanted);
-  statement(src, dst);
-  for (std::size_t i = wanted.size(); i-- > 0;)
-    if (!function.planes[i].written()) wanted.erase(wanted.begin() + static_cast<std::ptrdiff_t>(i));
-  Placement placement;
-  placement.padding = function.traits.tightShows && !isTight;
-  for (const int64_t set : sets) {
-    useInstructionSet(set);
-    const Outcome outcome = run(c, placement);
-    useInstructionSet(kBestInstructionSet);
-    const auto where = [&] { return describe(c, placement) + ", " + hwy::TargetName(set); };
-    ASSERT_EQ(outcome.status, expectedStatus(c)) << where();
-    ASSERT_EQ(difference(wanted, outcome.destinations), "") << where();
+  for (std::size_t i = 0; i < plane.size(); i += sample.bytes) {
+    const uint32_t bits = random();
+    if (bits % 5 != 0) continue;
+    std::fill_n(&plane[i], sample.bytes, bits >> 31 ? 0xFF : 0);
+    if (sample.type == 's') plane[i + sample.bytes - 1] ^= 0x80;
   }
 }
 
@@ -182,6 +168,69 @@ template <class Each>
 void forEachPixel(const Picture& picture, const Each& each) {
   for (int y = 0; y < picture.size.height; ++y)
     for (int x = 0; x < picture.size.width; ++x) each(x, y);
+}
+
+// The planes of a case, with what a call made of the destinations. All NaNs are one.
+inline std::vector<Bytes> planesBehind(const Case& c, std::vector<Bytes> destinations) {
+  std::vector<Bytes> planes = c.pixels;
+  std::size_t next = 0;
+  for (std::size_t i = 0; i < planes.size(); ++i)
+    if (c.function.planes[i].written()) planes[i] = std::move(destinations[next++]);
+  return planes;
+}
+inline void uniteNans(const Function& function, std::vector<Bytes>& planes) {
+  for (std::size_t i = 0; i < planes.size(); ++i)
+    for (std::size_t at = 0; function.planes[i].sample.type == 'f' && at < planes[i].size(); at += sizeof(Zum32f)) {
+      Zum32f v;
+      std::memcpy(&v, &planes[i][at], sizeof v);
+      if (v != v) std::memset(&planes[i][at], 0xFF, sizeof v);
+    }
+}
+
+// Sets the source.
+using Filling = std::function<void(const Picture& src)>;
+using Statement = std::function<void(const Picture& src, const Picture& dst)>;
+
+// Compares what a function makes of a picture, of noise where it is not filled, with a statement of it, with every
+// instruction set. The function must leave what the statement does not set.
+inline void expectPicture(const Function& function, ZumiSize size, const Statement& statement,
+                          const Filling& filling = nullptr, bool isTight = false) {
+  static const std::vector<int64_t> sets = instructionSets();
+  const Zum32s threads = threads_omp_of_n_zum;
+  Case c(function, size);
+  for (std::size_t i = 0; i < c.pixels.size() && !filling; ++i) addNoise(c.pixels[i], function.planes[i].sample);
+  const Picture src(function, Picture::kSource, size, c.pixels);
+  if (filling) filling(src);
+  std::vector<Bytes> wanted = c.pixels;
+  const Picture dst(function, Picture::kDestination, size, wanted);
+  statement(src, dst);
+  uniteNans(function, wanted);
+  Placement placement;
+  placement.padding = function.traits.tightShows && !isTight;
+  for (const int64_t set : sets) {
+    useInstructionSet(set);
+    threads_omp_of_n_zum = 1;  // on a busy machine others cost more than they do
+    PlacedCall call(c, placement);
+    const ZumStatus status = call();
+    threads_omp_of_n_zum = threads;
+    useInstructionSet(kBestInstructionSet);
+    std::vector<Bytes> got = planesBehind(c, call.destinations());
+    uniteNans(function, got);
+    const auto where = [&] {
+      std::ostringstream text;
+      text << describe(c, placement) << ", " << hwy::TargetName(set);
+      const Picture result(function, Picture::kDestination, size, got);
+      forEachPixel(dst, [&](int x, int y) {
+        for (int k = 0; k < 4 && text.tellp() < 600; ++k)
+          if (const double is = result.get(k, x, y), should = dst.get(k, x, y); is != should)
+            text << "\n  " << x << ", " << y << ": channel " << k << " is " << is << ", not " << should << ", from "
+                 << src.get(0, x, y) << ' ' << src.get(1, x, y) << ' ' << src.get(2, x, y);
+      });
+      return text.str();
+    };
+    ASSERT_EQ(status, expectedStatus(c)) << where();
+    ASSERT_EQ(difference(wanted, got), "") << where();
+  }
 }
 
 // Whether steps are counted in whole samples: what is more of them is nothing.
@@ -206,16 +255,20 @@ inline void expectStepsInSamples(const std::string& pattern) {
 }
 
 // What a function makes of a picture of one colour, at a column.
-inline std::array<int, 3> converted(const std::string& function, const std::array<int, 3>& colour, int width, int x) {
-  const Function f = named(function).front();
-  Case c(f, {width, 2});
-  const Picture src(f, Picture::kSource, c.size, c.pixels);
+template <class S = int, class D = S>
+Colour<D> converted(const Function& function, const Colour<S>& colour, int width, int x) {
+  Case c(function, {width, 2});
+  const Picture src(function, Picture::kSource, c.size, c.pixels);
   forEachPixel(src, [&](int u, int v) { src.set(u, v, colour); });
-  PlacedCall call(c, {});
-  EXPECT_EQ(call(), expectedStatus(c)) << function;
-  std::vector<Bytes> got = call.destinations();
-  std::move(got.begin(), got.end(), c.pixels.end() - static_cast<std::ptrdiff_t>(got.size()));
-  return Picture(f, Picture::kDestination, c.size, c.pixels).at(x, 0);
+  const Outcome outcome = run(c, {});
+  EXPECT_EQ(outcome.status, expectedStatus(c)) << function.name;
+  std::vector<Bytes> planes = planesBehind(c, outcome.destinations);
+  return Picture(function, Picture::kDestination, c.size, planes).at<D>(x, 0);
+}
+
+template <class S = int, class D = S>
+Colour<D> converted(const std::string& name, const Colour<S>& colour, int width, int x) {
+  return converted<S, D>(named(name).front(), colour, width, x);
 }
 
 constexpr int kColours = 1 << 17;
