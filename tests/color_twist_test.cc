@@ -1,21 +1,13 @@
 // Colour twists against the sums in single steps of scalar arithmetic: every depth and layout, matrices of all kinds.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <array>
 #include <cfenv>
 #include <cmath>
-#include <limits>
-#include <random>
-#include <type_traits>
-#include <vector>
 
-#include "support/instruction_sets.h"
-#include "zumcc.h"
+#include "support/colours.h"
 #if defined(__x86_64__) || defined(__i386__)
 #include <xmmintrin.h>
 #endif
 
+namespace zumtest {
 namespace {
 
 using Matrix = std::array<float, 16>;
@@ -50,7 +42,7 @@ T stored(float v) {
 
 // Channel i of a pixel.
 template <class T>
-T twisted(const Matrix& matrix, int i, const T* x) {
+T twisted(const Matrix& matrix, int i, const Colour<T>& x) {
   const float* t = &matrix[4 * i];
   const float p0 = x[0] * t[0], p1 = x[1] * t[1], p2 = x[2] * t[2];
   if constexpr (std::is_same_v<T, Zum8s>) {
@@ -60,50 +52,6 @@ T twisted(const Matrix& matrix, int i, const T* x) {
     const float a = t[3] + p0, b = p2 + p1;
     return stored<T>(a + b);
   }
-}
-
-template <class T>
-struct Functions {
-  using Rows = ZumStatus(const T*, int, T*, int, ZumiSize, const float*);
-  using InPlace = ZumStatus(T*, int, ZumiSize, const float*);
-  using PlaneRows = ZumStatus(const T* const*, int, T* const*, int, ZumiSize, const float*);
-  using PlanesInPlace = ZumStatus(T* const*, int, ZumiSize, const float*);
-  Rows* c3;
-  InPlace* c3InPlace;
-  Rows* ac4;
-  InPlace* ac4InPlace;
-  PlaneRows* p3;
-  PlanesInPlace* p3InPlace;
-};
-
-#define FUNCTIONS(name) \
-  { name##_C3R, name##_C3IR, name##_AC4R, name##_AC4IR, name##_P3R, name##_IP3R }
-const Functions<Zum8u> kFunctions8u = FUNCTIONS(zumiColorTwist32f_8u);
-const Functions<Zum8s> kFunctions8s = FUNCTIONS(zumiColorTwist32f_8s);
-const Functions<Zum16u> kFunctions16u = FUNCTIONS(zumiColorTwist32f_16u);
-const Functions<Zum16s> kFunctions16s = FUNCTIONS(zumiColorTwist32f_16s);
-const Functions<Zum32f> kFunctions32f = FUNCTIONS(zumiColorTwist_32f);
-
-// Any samples, some of them at the ends of their range.
-template <class T>
-std::vector<T> noise(size_t size) {
-  std::minstd_rand random(static_cast<unsigned>(size));
-  std::vector<T> samples(size);
-  for (T& sample : samples) {
-    const auto bits = static_cast<uint32_t>(random() * 5);
-    if constexpr (kIsFloat<T>) {
-      sample = std::ldexp(static_cast<float>(bits >> 8) - 5e6f, static_cast<int>(bits % 40) - 30);
-    } else {
-      sample = bits % 8 == 0 ? kTop<T> : bits % 8 == 1 ? kBottom<T> : static_cast<T>(bits >> 8);
-    }
-  }
-  return samples;
-}
-
-// The same samples; all NaNs are the same.
-template <class T>
-bool same(const std::vector<T>& a, const std::vector<T>& b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](T x, T y) { return x == y || (x != x && y != y); });
 }
 
 // As std::fegetround tells it, which may look at another unit.
@@ -116,105 +64,111 @@ int roundingMode() {
 #endif
 }
 
-// Every layout, from one image to another and in place. With a rounding mode set by the caller.
+// A function whose calls round in a mode, and leave it.
+Function rounding(const Function& function, int mode) {
+  Function result = function;
+  result.invoke = [=](const Argument* arguments) {
+    std::fesetround(mode);
+    const ZumStatus status = function.invoke(arguments);
+    EXPECT_EQ(mode, roundingMode()) << function.name;
+    std::fesetround(FE_TONEAREST);
+    return status;
+  };
+  return result;
+}
+
+// Of all sizes.
+void fillWithFloats(const Picture& src) {
+  std::minstd_rand random;
+  forEachPixel(src, [&](int x, int y) {
+    for (int k = 0; k < 4; ++k) {
+      const auto bits = static_cast<uint32_t>(random() * 5);
+      if (src.has(k, x, y))
+        src.set(k, x, y, std::ldexp(static_cast<float>(bits >> 8) - 5e6f, static_cast<int>(bits % 40) - 30));
+    }
+  });
+}
+
 template <class T>
-void expectTwists(const Functions<T>& functions, int rounding) {
-  constexpr ZumiSize kRoi{205, 30};
-  constexpr size_t kPixels = size_t{kRoi.width} * kRoi.height;
-  constexpr int kStep = kRoi.width * sizeof(T);
-  for (const Matrix& matrix : kMatrices) {
-    for (const size_t channels : {3, 4, 1}) {
-      const std::vector<T> src = noise<T>(std::max<size_t>(channels, 3) * kPixels);
-      std::vector<T> expected = src, got = src, inPlace = src;
-      if (kIsFloat<T>) std::fesetround(rounding);
-      for (size_t i = 0; i < kPixels; ++i) {
-        const size_t at = channels * i, next = channels == 1 ? kPixels : 1;
-        const T x[3] = {src[at], src[at + next], src[at + 2 * next]};
-        for (int c = 0; c < 3; ++c) expected[at + c * next] = twisted(matrix, c, x);
+void expectTwists(const std::string& functions) {
+  for (const Function& function : named(functions)) {
+    for (const Matrix& matrix : kMatrices) {
+      for (const int mode : {FE_TONEAREST, FE_UPWARD, FE_DOWNWARD}) {
+        SCOPED_TRACE(testing::Message() << "matrix " << &matrix - kMatrices << ", rounding mode " << mode);
+        expectPicture(
+            rounding(withTable(function, matrix.data()), mode), {205, 30},
+            [&](const Picture& src, const Picture& dst) {
+              if (kIsFloat<T>) std::fesetround(mode);
+              forEachPixel(src, [&](int x, int y) {
+                for (int k = 0; k < 3; ++k) dst.set(k, x, y, twisted(matrix, k, src.at<T>(x, y)));
+              });
+              std::fesetround(FE_TONEAREST);
+            },
+            kIsFloat<T> ? fillWithFloats : Filling());
       }
-      std::fesetround(rounding);
-      if (channels == 1) {
-        const T* const from[3] = {&src[0], &src[kPixels], &src[2 * kPixels]};
-        T* const to[3] = {&got[0], &got[kPixels], &got[2 * kPixels]};
-        T* const both[3] = {&inPlace[0], &inPlace[kPixels], &inPlace[2 * kPixels]};
-        functions.p3(from, kStep, to, kStep, kRoi, matrix.data());
-        functions.p3InPlace(both, kStep, kRoi, matrix.data());
-      } else {
-        const int step = kStep * static_cast<int>(channels);
-        (channels == 3 ? functions.c3 : functions.ac4)(src.data(), step, got.data(), step, kRoi, matrix.data());
-        (channels == 3 ? functions.c3InPlace : functions.ac4InPlace)(inPlace.data(), step, kRoi, matrix.data());
-      }
-      EXPECT_EQ(rounding, roundingMode());
-      std::fesetround(FE_TONEAREST);
-      EXPECT_TRUE(same(expected, got)) << "matrix " << &matrix - kMatrices << ", " << channels << " samples a pixel";
-      EXPECT_TRUE(same(expected, inPlace)) << "matrix " << &matrix - kMatrices << ", in place";
     }
   }
 }
 
-class ColorTwistTest : public testing::Test {
- protected:
-  ~ColorTwistTest() override { zumtest::useInstructionSet(zumtest::kBestInstructionSet); }
-};
-
-TEST_F(ColorTwistTest, SumsInEveryRoundingMode) {
-  for (const int64_t set : zumtest::instructionSets()) {
-    zumtest::useInstructionSet(set);
-    for (const int rounding : {FE_TONEAREST, FE_UPWARD, FE_DOWNWARD}) {
-      SCOPED_TRACE(std::string(hwy::TargetName(set)) + ", rounding mode " + std::to_string(rounding));
-      expectTwists(kFunctions8u, rounding);
-      expectTwists(kFunctions8s, rounding);
-      expectTwists(kFunctions16u, rounding);
-      expectTwists(kFunctions16s, rounding);
-      expectTwists(kFunctions32f, rounding);
-    }
-  }
+TEST(ColorTwist, SumsInEveryRoundingMode) {
+  expectTwists<Zum8u>("zumiColorTwist32f_8u_*");
+  expectTwists<Zum8s>("zumiColorTwist32f_8s_*");
+  expectTwists<Zum16u>("zumiColorTwist32f_16u_*");
+  expectTwists<Zum16s>("zumiColorTwist32f_16s_*");
+  expectTwists<Zum32f>("zumiColorTwist_32f_!(C4R)");
 }
 
 // A black pixel becomes the offsets.
-template <class T>
-void expectOffsets(const Functions<T>& functions, const std::vector<std::pair<float, int>>& cases) {
-  for (const auto& [offset, result] : cases) {
-    T pixel[3] = {};
-    const float twist[12] = {0, 0, 0, offset, 0, 0, 0, offset, 0, 0, 0, offset};
-    functions.c3InPlace(pixel, sizeof(pixel), {1, 1}, twist);
-    EXPECT_EQ((std::array<int, 3>{result, result, result}), (std::array<int, 3>{pixel[0], pixel[1], pixel[2]}))
-        << offset;
-  }
-}
-
-TEST_F(ColorTwistTest, LimitsAndTies) {
-  for (const int64_t set : zumtest::instructionSets()) {
-    zumtest::useInstructionSet(set);
-    expectOffsets(kFunctions8u,
-                  {{2.5f, 2}, {3.5f, 4}, {254.5f, 254}, {300, 255}, {-3, 0}, {1e20f, 255}, {-1e20f, 0}, {kNan, 255}});
-    expectOffsets(kFunctions8s, {{-2.5f, -2}, {127.5f, 127}, {-1e20f, -128}, {1e20f, 127}, {kNan, 127}});
-    expectOffsets(kFunctions16u, {{70000, 65535}, {-1, 0}, {-1e20f, 0}, {1e20f, 65535}, {kNan, 65535}});
-    expectOffsets(kFunctions16s, {{-40000, -32768}, {40000, 32767}, {-1e20f, -32768}, {1e20f, 32767}, {kNan, 32767}});
-  }
-}
-
-// Four samples; steps of a quarter of a row make one run of the image.
-TEST_F(ColorTwistTest, FourSamples) {
-  constexpr int kWidth = 37, kHeight = 9, kSamples = 4 * kWidth * kHeight;
-  const std::vector<float> src = noise<float>(kSamples);
-  for (const Matrix& matrix : kMatrices) {
-    std::vector<float> expected(kSamples);
-    for (int i = 0; i < kSamples; ++i) {
-      const float *x = &src[i / 4 * 4], *t = &matrix[i % 4 * 4];
-      const float p0 = x[0] * t[0], p1 = x[1] * t[1], p2 = x[2] * t[2], p3 = x[3] * t[3];
-      const float two = p0 + p1, three = two + p2;
-      expected[i] = three + p3;
-    }
-    for (const int64_t set : zumtest::instructionSets()) {
-      zumtest::useInstructionSet(set);
-      for (const int step : {16 * kWidth, 4 * kWidth}) {
-        std::vector<float> got(kSamples);
-        EXPECT_EQ(zumOk, zumiColorTwist_32f_C4R(src.data(), step, got.data(), step, {kWidth, kHeight}, matrix.data()));
-        EXPECT_TRUE(same(expected, got)) << hwy::TargetName(set) << ", matrix " << &matrix - kMatrices;
+TEST(ColorTwist, LimitsAndTies) {
+  const struct {
+    const char* function;
+    std::vector<std::pair<float, int>> results;
+  } cases[] = {{"zumiColorTwist32f_8u_C3IR",
+                {{2.5f, 2}, {3.5f, 4}, {254.5f, 254}, {300, 255}, {-3, 0}, {1e20f, 255}, {-1e20f, 0}, {kNan, 255}}},
+               {"zumiColorTwist32f_8s_C3IR", {{-2.5f, -2}, {127.5f, 127}, {-1e20f, -128}, {1e20f, 127}, {kNan, 127}}},
+               {"zumiColorTwist32f_16u_C3IR", {{70000, 65535}, {-1, 0}, {-1e20f, 0}, {1e20f, 65535}, {kNan, 65535}}},
+               {"zumiColorTwist32f_16s_C3IR",
+                {{-40000, -32768}, {40000, 32767}, {-1e20f, -32768}, {1e20f, 32767}, {kNan, 32767}}}};
+  onEveryInstructionSet([&] {
+    for (const auto& [name, results] : cases) {
+      for (const auto& [offset, result] : results) {
+        const float twist[12] = {0, 0, 0, offset, 0, 0, 0, offset, 0, 0, 0, offset};
+        EXPECT_EQ((Colour<int>{result, result, result}), converted(withTable(named(name).front(), twist), {}, 1, 0))
+            << name << ' ' << offset;
       }
     }
+  });
+}
+
+TEST(ColorTwist, FourSamples) {
+  for (const Matrix& matrix : kMatrices) {
+    expectPicture(
+        withTable(named("zumiColorTwist_32f_C4R").front(), matrix.data()), {37, 9},
+        [&](const Picture& src, const Picture& dst) {
+          forEachPixel(src, [&](int x, int y) {
+            for (int k = 0; k < 4; ++k) {
+              float sum = static_cast<float>(src.get(0, x, y)) * matrix[4 * k];
+              for (int j = 1; j < 4; ++j) {
+                const float product = static_cast<float>(src.get(j, x, y)) * matrix[4 * k + j];
+                sum = sum + product;
+              }
+              dst.set(k, x, y, sum);
+            }
+          });
+        },
+        fillWithFloats);
   }
+}
+
+// Steps of a quarter of a row make one run of the image.
+TEST(ColorTwist, FourSamplesInOneRun) {
+  constexpr int kWidth = 37, kHeight = 9;
+  std::vector<float> src(4 * kWidth * kHeight), rows(src.size()), run(src.size());
+  for (std::size_t i = 0; i < src.size(); ++i) src[i] = static_cast<float>(i * 40503 % 65536);
+  zumiColorTwist_32f_C4R(src.data(), 16 * kWidth, rows.data(), 16 * kWidth, {kWidth, kHeight}, kMatrices[2].data());
+  zumiColorTwist_32f_C4R(src.data(), 4 * kWidth, run.data(), 4 * kWidth, {kWidth, kHeight}, kMatrices[2].data());
+  EXPECT_EQ(rows, run);
 }
 
 }  // namespace
+}  // namespace zumtest

@@ -115,19 +115,17 @@ TEST(Hsv, KnownColours) {
 
 // 60.4 for the smaller two channels.
 TEST(Hsv, TailRoundsAsTheThreadDoes) {
-  for (const int64_t set : instructionSets()) {
-    useInstructionSet(set);
+  onEveryInstructionSet([] {
     for (const int mode : {FE_TONEAREST, FE_UPWARD}) {
       std::fesetround(mode);
       const Colour<int> block = converted("zumiHSVToRGB_8u_C3R", {0, 101, 100}, 5, 0),
                         tail = converted("zumiHSVToRGB_8u_C3R", {0, 101, 100}, 5, 4);
       std::fesetround(FE_TONEAREST);
       const int low = mode == FE_UPWARD ? 61 : 60;
-      EXPECT_EQ((Colour<int>{100, 60, 60}), block) << hwy::TargetName(set);
-      EXPECT_EQ((Colour<int>{100, low, low}), tail) << hwy::TargetName(set);
+      EXPECT_EQ((Colour<int>{100, 60, 60}), block);
+      EXPECT_EQ((Colour<int>{100, low, low}), tail);
     }
-  }
-  useInstructionSet(kBestInstructionSet);
+  });
 }
 
 }  // namespace

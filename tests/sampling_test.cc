@@ -243,15 +243,12 @@ void deinterlace(int width, int height, int layout, bool aligned = false, const 
 }
 
 TEST(Sampling, DeinterlacesBands) {
-  for (const int64_t set : instructionSets()) {
-    useInstructionSet(set);
-    SCOPED_TRACE(hwy::TargetName(set));
+  onEveryInstructionSet([] {
     for (int width = 2; width < 150; width += width < 70 ? 1 : 13)
       for (const int height : {2, 3, 4, 6, 9})
         for (const int layout : {zumTopBand, zumMiddleBand, zumBottomBand, zumWholePicture})
           deinterlace(width, height, layout);
-  }
-  useInstructionSet(kBestInstructionSet);
+  });
 }
 
 TEST(Sampling, DeinterlacesWhatLayoutSays) {

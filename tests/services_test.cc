@@ -259,30 +259,4 @@ TEST(Reductions, MeanOfManyPixels) {
   EXPECT_EQ(1.5, mean);
 }
 
-TEST(Services, Statuses) {
-  Zum8u byte = 0;
-  float sample = 0, max = 7;
-  double result = 7;
-  const ZumiSize one = {1, 1}, none = {0, 1}, noRows = {1, -1};
-  EXPECT_EQ(zumErrNullPtr, zumiCopy_8u_C1R(nullptr, 1, &byte, 1, none));
-  EXPECT_EQ(zumErrNullPtr, zumiCopy_8u_C1R(&byte, 1, nullptr, 1, none));
-  EXPECT_EQ(zumErrSize, zumiCopy_8u_C1R(&byte, 1, &byte, 1, none));
-  EXPECT_EQ(zumErrNullPtr, zumiSet_8u_C1R(1, nullptr, 1, none));
-  EXPECT_EQ(zumErrSize, zumiSet_8u_C1R(1, &byte, 1, noRows));
-  EXPECT_EQ(zumErrNullPtr, zumiMax_32f_C1R(nullptr, 4, none, &max));
-  EXPECT_EQ(zumErrNullPtr, zumiMax_32f_C1R(&sample, 4, none, nullptr));
-  EXPECT_EQ(zumErrSize, zumiMax_32f_C1R(&sample, 4, noRows, &max));
-  for (const auto& reduction : {zumiSum_32f_C1R, zumiMean_32f_C1R}) {
-    for (const int hint : {zumHintFast, zumHintAccurate}) {
-      EXPECT_EQ(zumErrNullPtr, reduction(nullptr, 4, one, &result, hint));
-      EXPECT_EQ(zumErrNullPtr, reduction(&sample, 4, none, nullptr, hint));
-      EXPECT_EQ(zumErrSize, reduction(&sample, 4, none, &result, hint));
-      EXPECT_EQ(zumErrSize, reduction(&sample, 4, noRows, &result, hint));
-    }
-  }
-  EXPECT_EQ(0, byte);
-  EXPECT_EQ(7, max);
-  EXPECT_EQ(7, result);
-}
-
 }  // namespace

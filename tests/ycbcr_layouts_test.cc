@@ -81,8 +81,7 @@ TEST(YCbCrLayouts, LargeImages) {
     const std::string layouts = function.name.substr(function.name.rfind('_'));
     if (std::count(seen.begin(), seen.end(), layouts) != 0) continue;
     seen.push_back(layouts);
-    for (const int64_t set : instructionSets()) {
-      useInstructionSet(set);
+    onEveryInstructionSet([&] {
       for (const bool isLarge : {false, true}) {
         Call call(function, isLarge ? kLarge : kSmall, function.traits.variants.front());
         for (size_t i = 0; i < function.planes.size(); ++i) {
@@ -92,9 +91,8 @@ TEST(YCbCrLayouts, LargeImages) {
         ASSERT_EQ(call(), zumOk);
       }
       ASSERT_EQ(std::memcmp(memory[0], memory[1], sizeof memory[0]), 0) << function.name;
-    }
+    });
   }
-  useInstructionSet(kBestInstructionSet);
 }
 
 }  // namespace

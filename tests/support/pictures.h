@@ -23,6 +23,17 @@ namespace zumtest {
 template <class T>
 using Colour = std::array<T, 3>;
 
+template <class Each>
+void onEveryInstructionSet(const Each& each) {
+  static const std::vector<int64_t> sets = instructionSets();
+  for (const int64_t set : sets) {
+    useInstructionSet(set);
+    SCOPED_TRACE(hwy::TargetName(set));
+    each();
+  }
+  useInstructionSet(kBestInstructionSet);
+}
+
 // The functions whose names match a shell pattern, at least one.
 inline std::vector<Function> named(const std::string& pattern) {
   std::vector<Function> result;
@@ -170,7 +181,7 @@ void forEachPixel(const Picture& picture, const Each& each) {
     for (int x = 0; x < picture.size.width; ++x) each(x, y);
 }
 
-// The planes of a case, with what a call made of the destinations. All NaNs are one.
+// The planes of a case, with what a call made of the destinations.
 inline std::vector<Bytes> planesBehind(const Case& c, std::vector<Bytes> destinations) {
   std::vector<Bytes> planes = c.pixels;
   std::size_t next = 0;
@@ -178,6 +189,7 @@ inline std::vector<Bytes> planesBehind(const Case& c, std::vector<Bytes> destina
     if (c.function.planes[i].written()) planes[i] = std::move(destinations[next++]);
   return planes;
 }
+// All NaNs are one.
 inline void uniteNans(const Function& function, std::vector<Bytes>& planes) {
   for (std::size_t i = 0; i < planes.size(); ++i)
     for (std::size_t at = 0; function.planes[i].sample.type == 'f' && at < planes[i].size(); at += sizeof(Zum32f)) {
@@ -191,12 +203,23 @@ inline void uniteNans(const Function& function, std::vector<Bytes>& planes) {
 using Filling = std::function<void(const Picture& src)>;
 using Statement = std::function<void(const Picture& src, const Picture& dst)>;
 
+// Where a result is not what it should be.
+inline std::string mismatches(const Picture& src, const Picture& wanted, const Picture& got) {
+  std::ostringstream text;
+  forEachPixel(wanted, [&](int x, int y) {
+    for (int k = 0; k < 4 && text.tellp() < 300; ++k)
+      if (const double is = got.get(k, x, y), should = wanted.get(k, x, y);
+          is != should && (is == is || should == should))
+        text << "\n  " << x << ", " << y << ": channel " << k << " is " << is << ", not " << should << ", from "
+             << src.get(0, x, y) << ' ' << src.get(1, x, y) << ' ' << src.get(2, x, y);
+  });
+  return text.str();
+}
+
 // Compares what a function makes of a picture, of noise where it is not filled, with a statement of it, with every
 // instruction set. The function must leave what the statement does not set.
 inline void expectPicture(const Function& function, ZumiSize size, const Statement& statement,
                           const Filling& filling = nullptr, bool isTight = false) {
-  static const std::vector<int64_t> sets = instructionSets();
-  const Zum32s threads = threads_omp_of_n_zum;
   Case c(function, size);
   for (std::size_t i = 0; i < c.pixels.size() && !filling; ++i) addNoise(c.pixels[i], function.planes[i].sample);
   const Picture src(function, Picture::kSource, size, c.pixels);
@@ -207,30 +230,17 @@ inline void expectPicture(const Function& function, ZumiSize size, const Stateme
   uniteNans(function, wanted);
   Placement placement;
   placement.padding = function.traits.tightShows && !isTight;
-  for (const int64_t set : sets) {
-    useInstructionSet(set);
-    threads_omp_of_n_zum = 1;  // on a busy machine others cost more than they do
+  const Zum32s threads = threads_omp_of_n_zum;
+  threads_omp_of_n_zum = 1;  // on a busy machine others cost more than they do
+  onEveryInstructionSet([&] {
     PlacedCall call(c, placement);
-    const ZumStatus status = call();
-    threads_omp_of_n_zum = threads;
-    useInstructionSet(kBestInstructionSet);
+    ASSERT_EQ(call(), expectedStatus(c)) << describe(c, placement);
     std::vector<Bytes> got = planesBehind(c, call.destinations());
     uniteNans(function, got);
-    const auto where = [&] {
-      std::ostringstream text;
-      text << describe(c, placement) << ", " << hwy::TargetName(set);
-      const Picture result(function, Picture::kDestination, size, got);
-      forEachPixel(dst, [&](int x, int y) {
-        for (int k = 0; k < 4 && text.tellp() < 600; ++k)
-          if (const double is = result.get(k, x, y), should = dst.get(k, x, y); is != should)
-            text << "\n  " << x << ", " << y << ": channel " << k << " is " << is << ", not " << should << ", from "
-                 << src.get(0, x, y) << ' ' << src.get(1, x, y) << ' ' << src.get(2, x, y);
-      });
-      return text.str();
-    };
-    ASSERT_EQ(status, expectedStatus(c)) << where();
-    ASSERT_EQ(difference(wanted, got), "") << where();
-  }
+    ASSERT_EQ(difference(wanted, got), "")
+        << describe(c, placement) << mismatches(src, dst, {function, Picture::kDestination, size, got});
+  });
+  threads_omp_of_n_zum = threads;
 }
 
 // Whether steps are counted in whole samples: what is more of them is nothing.
