@@ -59,7 +59,7 @@ namespace {
 HWY_EXPORT(worstOfRoot);
 HWY_EXPORT(worstOfPower);
 
-TEST(PowerTest, StaysInItsBound) {
+TEST(Power, StaysInItsBound) {
   for (const int64_t set : zumtest::instructionSets()) {
     zumtest::useInstructionSet(set);
     for (const double worst : {HWY_DYNAMIC_DISPATCH(worstOfRoot)(), HWY_DYNAMIC_DISPATCH(worstOfPower)()}) {

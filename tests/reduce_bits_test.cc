@@ -1,20 +1,14 @@
 // Bit reduction against its definition, sample by sample in scalar steps: all depths, layouts, dithers, with noise and
 // without, at every instruction set and number of threads.
-#include <gtest/gtest.h>
 #include <omp.h>
 
-#include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <cstring>
 #include <limits>
-#include <random>
-#include <vector>
 
-#include "support/instruction_sets.h"
-#include "support/plain.h"
-#include "zumcc.h"
+#include "support/pictures.h"
 
+namespace zumtest {
 namespace {
 
 enum Layout { kC1, kC3, kAC4, kC4 };
@@ -26,8 +20,6 @@ struct Parameters {
   int levels;
 };
 
-using zumtest::ofBits;
-using zumtest::truncated;
 int nudged(float x) { return truncated(x + 9e-06); }
 int wrappedSum(int a, int b) { return static_cast<int>(static_cast<unsigned>(a) + static_cast<unsigned>(b)); }
 
@@ -72,8 +64,8 @@ struct Definition {
   Parameters p;
   int threads;  // asked for
   float q, inv;
-  bool onBorders =
-      false;  // samples are chosen anew, so that with the errors that reach them they come next to a border
+  // Samples are chosen anew, so that with the errors that reach them they come next to a border.
+  bool onBorders = false;
 
   Definition(Layout l, ZumiSize s, Parameters parameters, int t)
       : layout(l), size(s), p(parameters), threads(t), q(kTop / (p.levels - 1)), inv((p.levels - 1) / kTop) {}
@@ -223,19 +215,18 @@ std::vector<T> image(std::size_t samples, unsigned seed) {
 }
 
 template <class Src, class Dst>
-using Function = ZumStatus(const Src*, int, Dst*, int, ZumiSize, int, ZumDitherType, int);
+using Reduction = ZumStatus(const Src*, int, Dst*, int, ZumiSize, int, ZumDitherType, int);
 
-class ReduceBitsTest : public testing::Test {
+class ReduceBits : public testing::Test {
  protected:
-  ~ReduceBitsTest() override {
-    zumtest::useInstructionSet(zumtest::kBestInstructionSet);
+  ~ReduceBits() override {
     threads_omp_of_n_zum = threads_;
     i_malloc = std::malloc;
     i_free = std::free;
   }
 
   template <class Src, class Dst>
-  static std::vector<Dst> call(Function<Src, Dst>* function, Layout layout, const std::vector<Src>& src, ZumiSize size,
+  static std::vector<Dst> call(Reduction<Src, Dst>* function, Layout layout, const std::vector<Src>& src, ZumiSize size,
                                Parameters p) {
     std::vector<Dst> dst(src.size(), Dst(77));
     const int samples = size.width * kStride[layout];
@@ -245,26 +236,23 @@ class ReduceBitsTest : public testing::Test {
   }
 
   template <class Src, class Dst>
-  using Functions = Function<Src, Dst>* const[4];
+  using Functions = Reduction<Src, Dst>* const[4];
 
   // With all instruction sets.
   template <class Src, class Dst>
   static void compareOne(const Functions<Src, Dst>& functions, const Definition<Src, Dst>& definition,
                          std::vector<Src> src) {
-    static const std::vector<int64_t> sets = zumtest::instructionSets();
     const auto& [layout, size, p, threads, q, inv, onBorders] = definition;
     threads_omp_of_n_zum = threads;
     const std::vector<Dst> wanted = definition(src, std::vector<Dst>(src.size(), Dst(77)));
-    for (const int64_t set : sets) {
-      zumtest::useInstructionSet(set);
+    onEveryInstructionSet([&, layout = layout, size = size, p = p] {
       const std::vector<Dst> got = call(functions[layout], layout, src, size, p);
-      if (got == wanted) continue;
       const auto at = std::mismatch(got.begin(), got.end(), wanted.begin()).first - got.begin();
-      FAIL() << hwy::TargetName(set) << ", layout " << layout << ", dither " << p.dither << ", noise " << p.noise
-             << ", levels " << p.levels << ", " << size.width << " by " << size.height << ", threads " << threads
-             << (onBorders ? ", on borders" : "") << ": sample " << at << " of " << +src[at] << " is " << +got[at]
-             << ", not " << +wanted[at];
-    }
+      ASSERT_EQ(got, wanted) << "layout " << layout << ", dither " << p.dither << ", noise " << p.noise << ", levels "
+                             << p.levels << ", " << size.width << " by " << size.height << ", threads "
+                             << definition.threads << (definition.onBorders ? ", on borders" : "") << ": sample " << at
+                             << " of " << +src[at];
+    });
   }
 
   template <class Src, class Dst>
@@ -328,7 +316,7 @@ class ReduceBitsTest : public testing::Test {
         zumiReduceBits_##pair##_C4R                                                         \
   }
 #define ZUM_COMPARE(pair, mostLevels) \
-  TEST_F(ReduceBitsTest, Definition##pair) { compare(ZUM_FUNCTIONS(pair), mostLevels); }
+  TEST_F(ReduceBits, Definition##pair) { compare(ZUM_FUNCTIONS(pair), mostLevels); }
 ZUM_COMPARE(8u, 256)
 ZUM_COMPARE(16u, 65536)
 ZUM_COMPARE(16s, 65536)
@@ -338,7 +326,7 @@ ZUM_COMPARE(32f8u, 256)
 ZUM_COMPARE(32f16u, 256)
 ZUM_COMPARE(32f16s, 256)
 
-TEST_F(ReduceBitsTest, DiffusesTallImages) {
+TEST_F(ReduceBits, DiffusesTallImages) {
   compareTall<Zum8u, Zum8u>(ZUM_FUNCTIONS(8u), kC1);
   compareTall<Zum16s, Zum8u>(ZUM_FUNCTIONS(16s8u), kAC4);
   compareTall<Zum32f, Zum16s>(ZUM_FUNCTIONS(32f16s), kC3);
@@ -346,7 +334,7 @@ TEST_F(ReduceBitsTest, DiffusesTallImages) {
 }
 
 // Rows that are written over others: as if they were done one after the other.
-TEST_F(ReduceBitsTest, DiffusesOverlappingRows) {
+TEST_F(ReduceBits, DiffusesOverlappingRows) {
   constexpr ZumiSize kSize{64, 40};
   const std::vector<Zum16u> src = image<Zum16u>(kSize.width * kSize.height, 1);
   for (ZumDitherType dither = zumDitherFS; dither <= zumDitherStucki; ++dither) {
@@ -364,7 +352,7 @@ TEST_F(ReduceBitsTest, DiffusesOverlappingRows) {
   }
 }
 
-TEST_F(ReduceBitsTest, KnownValues) {
+TEST_F(ReduceBits, KnownValues) {
   std::vector<Zum8u> src(256);
   for (int i = 0; i < 256; ++i) src[i] = static_cast<Zum8u>(i);
   const auto undithered = call(zumiReduceBits_8u_C1R, kC1, src, {256, 1}, {0, zumDitherNone, 2});
@@ -385,24 +373,24 @@ TEST_F(ReduceBitsTest, KnownValues) {
   EXPECT_EQ(219, ofDeep(zumDitherJJN));
 }
 
-TEST_F(ReduceBitsTest, LeavesAloneWhatHasNoName) {
+TEST_F(ReduceBits, LeavesAloneWhatHasNoName) {
   const std::vector<Zum8u> src(64, 200);
   for (ZumDitherType dither : {-1, 5}) {
     EXPECT_EQ(std::vector<Zum8u>(64, 77), call(zumiReduceBits_8u_C4R, kC4, src, {4, 4}, {3, dither, 4}));
   }
 }
 
-TEST_F(ReduceBitsTest, SurvivesNaN) {
+TEST_F(ReduceBits, SurvivesNaN) {
   for (ZumDitherType dither = zumDitherNone; dither <= zumDitherBayer; ++dither)
     for (int noise : {0, 50})
       call(zumiReduceBits_32f16s_C3R, kC3, std::vector<float>(99, NAN), {11, 3}, {noise, dither, 9});
 }
 
 // Steps in bytes where nothing is dithered and in ordered C4, in samples elsewhere.
-TEST_F(ReduceBitsTest, OddSteps) {
+TEST_F(ReduceBits, OddSteps) {
   constexpr int kWidth = 3, kHeight = 4, kStep = 60;
   const std::vector<float> src = image<float>(kStep * kHeight, 1);
-  const auto reduced = [&](Function<float, Zum16u>* function, ZumDitherType dither, int srcStep, int dstStep) {
+  const auto reduced = [&](Reduction<float, Zum16u>* function, ZumDitherType dither, int srcStep, int dstStep) {
     std::vector<Zum16u> dst(kStep * kHeight);
     function(src.data(), srcStep, dst.data(), dstStep, {kWidth, kHeight}, 10, dither, 5);
     return dst;
@@ -423,7 +411,7 @@ int blocksLeft, blocksHeld;
 
 // Whatever cannot be had, nothing is written and everything is given back. No dither without noise needs any, but for
 // the rows of errors.
-TEST_F(ReduceBitsTest, OutOfMemory) {
+TEST_F(ReduceBits, OutOfMemory) {
   i_malloc = [](size_t size) { return blocksLeft-- > 0 ? (++blocksHeld, std::malloc(size)) : nullptr; };
   i_free = [](void* block) {
     --blocksHeld;
@@ -447,3 +435,4 @@ TEST_F(ReduceBitsTest, OutOfMemory) {
 }
 
 }  // namespace
+}  // namespace zumtest

@@ -23,7 +23,6 @@ bool whole(int x, int, ZumiSize size) {
   return x < size.width / n * n;
 }
 inline bool everywhere(int, int, ZumiSize) { return true; }
-inline bool nowhere(int, int, ZumiSize) { return false; }
 
 // ---- RGB to luma and chroma
 

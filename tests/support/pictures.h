@@ -60,18 +60,19 @@ class Picture {
  public:
   enum Side { kSource, kDestination };
 
-  // The planes are those of all sides, as in a Case.
+  // The planes are those of both sides, as in a Case.
   Picture(const Function& function, Side side, ZumiSize s, std::vector<Bytes>& planes) : size(s) {
     const std::string operation = function.name.substr(4, function.name.find('_') - 4);
     const std::size_t to = operation.find("To", 1);
-    const std::string model =
-        side == kSource || to == std::string::npos ? operation.substr(0, to) : operation.substr(to + 2);
-    const bool bgr = model.find("BGR") != std::string::npos, crFirst = model.compare(0, 5, "YCrCb") == 0,
-               chromaFirst = model.compare(0, 5, "CbYCr") == 0;
+    const bool hasOneModel = to == std::string::npos;
+    const std::string model = side == kSource || hasOneModel ? operation.substr(0, to) : operation.substr(to + 2);
+    const bool isBgr = model.find("BGR") != std::string::npos;
+    const int crFirst = model.compare(0, 5, "YCrCb") == 0, chromaFirst = model.compare(0, 5, "CbYCr") == 0;
+
     std::vector<std::size_t> own;
     for (std::size_t i = 0; i < function.planes.size(); ++i)
       if (side == kSource ? function.planes[i].read() : function.planes[i].written()) own.push_back(i);
-    const auto samplesOf = [&](std::size_t p) { return static_cast<int>(function.planes[own[p]].samplesPerColumn); };
+    // The channel whose samples are `first`, and every `stride` behind it, of a row of a plane.
     const auto add = [&](std::size_t p, int first, int stride, int columns) {
       const Plane& plane = function.planes[own[p]];
       sample_ = plane.sample;
@@ -79,20 +80,25 @@ class Picture {
       channels_.push_back({planes[own[p]].data(), first * bytes, stride * bytes, rowBytes,
                            static_cast<int>(plane.rows(size)), columns / 2, plane.rowDivisor / 2});
     };
-    for (int k = 0; k < 4; ++k) {
-      const int second = k == (crFirst ? 1 : 2), place = bgr && k < 3 ? 2 - k : crFirst && k ? 3 - k : k;
-      if (own.size() == 1 && samplesOf(0) == 2) {
-        if (k < 3) add(0, k == 0 ? chromaFirst : 2 * second + !chromaFirst, k == 0 ? 2 : 4, k == 0 ? 1 : 2);
-      } else if (own.size() == 1) {
-        if (k < samplesOf(0)) add(0, samplesOf(0) == 1 ? 0 : place, samplesOf(0), 1);
-      } else if (own.size() == 2) {
-        if (k < 3) add(k > 0, k == 0 ? 0 : second, k == 0 ? 1 : 2, function.planes[own[k > 0]].columnDivisor);
-      } else if (k < static_cast<int>(own.size())) {
-        add(place, 0, 1, function.planes[own[place]].columnDivisor);
+    const int samples = static_cast<int>(function.planes[own[0]].samplesPerColumn);
+    if (own.size() == 1 && samples == 2) {  // Y, and Cb and Cr in turns
+      add(0, chromaFirst, 2, 1);
+      for (const int second : {crFirst, 1 - crFirst}) add(0, 2 * second + 1 - chromaFirst, 4, 2);
+    } else if (own.size() == 2) {  // Y, and Cb with Cr
+      add(0, 0, 1, 1);
+      for (const int second : {crFirst, 1 - crFirst}) add(1, second, 2, function.planes[own[1]].columnDivisor);
+    } else {
+      const bool isPlanar = own.size() > 1;
+      const int count = isPlanar ? static_cast<int>(own.size()) : samples;
+      for (int k = 0; k < count; ++k) {
+        const int place = isBgr && count >= 3 && k < 3 ? 2 - k : crFirst && k > 0 ? 3 - k : k;
+        add(isPlanar ? place : 0, isPlanar ? 0 : place, isPlanar ? 1 : count,
+            function.planes[own[isPlanar ? place : 0]].columnDivisor);
       }
     }
     const std::string bits = model.size() < 6 ? "" : model.substr(3, 3);
-    if (channels_.size() == 1 && (bits == "565" || bits == "555")) levels_ = {5, bits[1] == '6' ? 6 : 5, bgr};
+    if (channels_.size() == 1 && (bits == "565" || bits == "555")) greenBits_ = bits[1] - '0';
+    blueFirst_ = isBgr;
   }
 
   // Pixels that share the chroma.
@@ -119,11 +125,10 @@ class Picture {
   // The first three channels; if they are levels in the bits of one 16-bit sample, as bytes.
   template <class T = int>
   Colour<T> at(int x, int y) const {
-    if (levels_.green) {
-      const int p = static_cast<int>(get(0, x, y)), top = 8 - levels_.green;
-      const T first = static_cast<T>(p % 32 * 8), middle = static_cast<T>(p / 32 % (1 << levels_.green) << top),
-              last = static_cast<T>(p / 32 >> levels_.green & 31) * 8;
-      return {levels_.blueFirst ? last : first, middle, levels_.blueFirst ? first : last};
+    if (greenBits_) {
+      const int p = static_cast<int>(get(0, x, y)), green = p >> 5 & ((1 << greenBits_) - 1);
+      const T first = static_cast<T>(p % 32 * 8), last = static_cast<T>((p >> (5 + greenBits_)) % 32 * 8);
+      return {blueFirst_ ? last : first, static_cast<T>(green << (8 - greenBits_)), blueFirst_ ? first : last};
     }
     return {static_cast<T>(get(0, x, y)), static_cast<T>(get(1, x, y)), static_cast<T>(get(2, x, y))};
   }
@@ -156,10 +161,8 @@ class Picture {
 
   Sample sample_;
   std::vector<Channel> channels_;
-  struct {
-    int outer, green;
-    bool blueFirst;
-  } levels_{};
+  int greenBits_ = 0;  // of a 16-bit sample that holds all three channels
+  bool blueFirst_ = false;
 };
 
 // Any bits, and in every fifth sample the smallest or the largest number; floats from 0 to 1.
