@@ -32,17 +32,16 @@ T expected(const Colour<T>& c, const Weights& w, bool tail) {
     if (tail) return static_cast<T>(exact / 4096 % 256);
     return static_cast<T>(sum >= 32768 ? 0 : std::min(sum / 16, 255));
   } else {
-    constexpr int kLowest = std::is_integral_v<T> ? static_cast<int>(std::numeric_limits<T>::min()) : 0;
-    float terms[3];
-    for (int i = 0; i < 3; ++i) terms[i] = static_cast<float>(c[i] - kLowest) * w[i];
+    Colour<float> terms = levels(c);
+    for (int i = 0; i < 3; ++i) terms[i] *= w[i];
     const float two = terms[0] + terms[1], sum = two + terms[2];
     if constexpr (std::is_same_v<T, Zum32f>) {
       return sum;
     } else {
       const bool fits = sum >= -2147483648.0f && sum < 2147483648.0f;
       const int64_t truncated = fits ? static_cast<int64_t>(sum) : -2147483648LL;
-      const auto moved = static_cast<int32_t>(static_cast<uint32_t>(truncated + kLowest));
-      return static_cast<T>(tail || kLowest == 0 ? moved : std::clamp(moved, -32768, 32767));
+      const auto moved = static_cast<int32_t>(static_cast<uint32_t>(truncated + kLowest<T>));
+      return static_cast<T>(tail || kLowest<T> == 0 ? moved : std::clamp(moved, -32768, 32767));
     }
   }
 }

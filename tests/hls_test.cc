@@ -13,8 +13,6 @@ constexpr bool kIsFloat = std::is_same_v<T, Zum32f>;
 template <class T>
 constexpr bool kIsSigned = std::is_same_v<T, Zum16s>;
 template <class T>
-constexpr int kLowest = kIsSigned<T> ? -32768 : 0;
-template <class T>
 constexpr int kTop = kIsFloat<T>  ? 1
                      : kIsByte<T> ? 255
                                   : 65535;
@@ -26,7 +24,7 @@ T stored(int fromLowest) {
 
 template <class T>
 Colour<T> toHls(const Colour<T>& rgb, bool tail) {
-  const Colour<float> v = {float(rgb[0]) - kLowest<T>, float(rgb[1]) - kLowest<T>, float(rgb[2]) - kLowest<T>};
+  const Colour<float> v = levels(rgb);
   const auto [smallest, largest] = std::minmax({v[0], v[1], v[2]});
   const float range = largest - smallest, sum = largest + smallest, lightness = 0.5f * sum;
   const auto q = [&](float x) { return kIsByte<T> && !tail ? estimate(x) : refined(x); };
@@ -60,7 +58,7 @@ T fromUnit(float v, bool tail) {
 template <class T>
 Colour<T> toRgb(const Colour<T>& hls, bool tail) {
   const bool divides = tail && (kIsFloat<T> || kIsSigned<T>);
-  float h = float(hls[0]) - kLowest<T>, l = float(hls[1]) - kLowest<T>, s = float(hls[2]) - kLowest<T>;
+  auto [h, l, s] = levels(hls);
   if (kIsFloat<T> || divides) {
     h *= 360;
     if (!kIsFloat<T>) h /= 65535, l /= 65535, s /= 65535;

@@ -1,43 +1,26 @@
 // L*u*v* against its formulas in single steps of scalar arithmetic.
-#include <cmath>
-
-#include "support/colours.h"
+#include "support/cie.h"
 
 namespace zumtest {
 namespace {
 
 constexpr float kWhiteU = 0.197839f, kWhiteV = 0.468342f;
 
-struct Triple {
-  float x, y, z;
-};
-
 float sum(float a, float b, float c) {
   const float both = a + b;
   return both + c;
 }
 
-Triple toXyz(float r, float g, float b) {
-  return {sum(0.412453f * r, 0.35758f * g, 0.180423f * b), sum(0.212671f * r, 0.71516f * g, 0.072169f * b),
-          sum(0.019334f * r, 0.119193f * g, 0.950227f * b)};
-}
-
-Triple toRgb(const Triple& t) {
-  return {sum(3.240479f * t.x, -1.53715f * t.y, -0.498535f * t.z),
-          sum(-0.969256f * t.x, 1.875991f * t.y, 0.041556f * t.z),
-          sum(0.055648f * t.x, -0.204043f * t.y, 1.057311f * t.z)};
-}
-
 // ---- Forward
 
 Colour<Zum8u> forward8(const Colour<Zum8u>& rgb, bool) {
-  const Triple scaled = toXyz(rgb[0], rgb[1], rgb[2]);
-  const int luminance = truncated(0.49999f + scaled.y);
+  const Floats scaled = rgbToXyz(levels(rgb));
+  const int luminance = truncated(0.49999f + scaled[1]);
   const double unit = luminance / 255.0, curve = unit <= 0.008856 ? 903.3 * unit : 116 * std::cbrt(unit) - 16;
   const long lightness = std::lround(2.55 * curve);
   float u = 0, v = 0;
   if (luminance != 0) {
-    const float x = scaled.x / 255, y = scaled.y / 255, z = scaled.z / 255, den = sum(3 * z, x, 15 * y);
+    const float x = scaled[0] / 255, y = scaled[1] / 255, z = scaled[2] / 255, den = sum(3 * z, x, 15 * y);
     u = 4 * x / den;
     v = 9 * y / den;
   }
@@ -47,33 +30,19 @@ Colour<Zum8u> forward8(const Colour<Zum8u>& rgb, bool) {
 }
 
 float rootCurve(float y, int cell, int terms) {
-  const uint32_t coefficients[] = {0x3EAAAAAB, 0x3DE38E39, 0x3D7CD6EA, 0x3D288F47,
-                                   0x3CF7388A, 0x3CC0486B, 0x3C9BA857, 0x3C81B6F3};
-  const double point = (cell + 1) / 128.0 + 0.0001;
-  float root = static_cast<float>(std::floor(std::cbrt(point) * 1e6 + 0.5) / 1e6),
-        inverse = static_cast<float>(1 / point);
-  if (cell == 128) root = inverse = ofBits(0x3EAAAAAB);
-  const float square = root * root, cube = square * root, t = (y - cube) * inverse;
-  float series = 1, power = 1;
-  for (int i = 0; i < terms; ++i) {
-    power *= t;
-    const float term = ofBits(coefficients[i]) * power;
-    series += i % 2 ? -term : term;
-  }
-  return series * root * 116 - 16;
+  RootAt at((cell + 1) / 128.0 + 0.0001);
+  if (cell == 128) at.root = at.inverse = ofBits(0x3EAAAAAB);
+  return cubeRoot(y, at, terms, 0x3C9BA857, 0x3C81B6F3) * 116 - 16;
 }
 
-Triple luv(float lightness, const Triple& t, bool colourless) {
-  float den = sum(3 * t.z, 15 * t.y, t.x);
+Floats luv(float lightness, const Floats& t, bool colourless) {
+  float den = sum(3 * t[2], 15 * t[1], t[0]);
   if (den == 0) den = 3;
-  const float r = refined(den), u = colourless ? 0 : 4 * t.x * r, v = colourless ? 0 : 9 * t.y * r;
+  const float r = refined(den), u = colourless ? 0 : 4 * t[0] * r, v = colourless ? 0 : 9 * t[1] * r;
   const float scale = 13 * lightness;
   return {lightness, (u - kWhiteU) * scale, (v - kWhiteV) * scale};
 }
 
-// Signed samples are the others less this.
-template <class T>
-constexpr int kOffset = std::numeric_limits<T>::min();
 template <class T>
 T saturated(int64_t v) {
   return static_cast<T>(std::clamp<int64_t>(v, std::numeric_limits<T>::min(), std::numeric_limits<T>::max()));
@@ -81,30 +50,29 @@ T saturated(int64_t v) {
 
 template <class T>
 Colour<T> forward16(const Colour<T>& rgb, bool tail) {
-  const bool isSigned = kOffset<T> != 0;
-  const Triple t = toXyz(rgb[0] - kOffset<T>, rgb[1] - kOffset<T>, rgb[2] - kOffset<T>);
-  const float y = t.y * ofBits(0x37800080);
-  const int cell = (tail && isSigned ? nearest(t.y) : truncated(t.y)) >> 9;
-  const Triple l = luv(t.y <= 580.378f ? 903.3f * y : rootCurve(y, cell, 6), t, false);
-  const float code = 655.35f * l.x, v = (l.z + 140) * 250.13359f;
-  const int codes[] = {tail ? nearest(code) : truncated(code), nearest((l.y + 134) * 185.12712f), nearest(v + 0.5f)};
+  const bool isSigned = kLowest<T> != 0;
+  const Floats t = rgbToXyz(levels(rgb));
+  const float y = t[1] * ofBits(0x37800080);
+  const int cell = (tail && isSigned ? nearest(t[1]) : truncated(t[1])) >> 9;
+  const Floats l = luv(t[1] <= 580.378f ? 903.3f * y : rootCurve(y, cell, 6), t, false);
+  const float code = 655.35f * l[0], v = (l[2] + 140) * 250.13359f;
+  const int codes[] = {tail ? nearest(code) : truncated(code), nearest((l[1] + 134) * 185.12712f), nearest(v + 0.5f)};
   Colour<T> result;
   for (int i = 0; i < 3; ++i)
-    result[i] = tail && !isSigned ? static_cast<T>(codes[i]) : saturated<T>(codes[i] + kOffset<T>);
+    result[i] = tail && !isSigned ? static_cast<T>(codes[i]) : saturated<T>(codes[i] + kLowest<T>);
   return result;
 }
 
 Colour<float> forward32(const Colour<float>& rgb, bool tail) {
-  const Triple t = toXyz(rgb[0], rgb[1], rgb[2]);
-  const bool even = t.y <= ofBits(0x3C1118C2);
-  const Triple l = luv(even ? 903.3f * t.y : rootCurve(t.y, truncated(128 * t.y), 8), t, tail && t.z == 0);
-  return {l.x, l.y, l.z};
+  const Floats t = rgbToXyz(levels(rgb));
+  const bool even = t[1] <= ofBits(0x3C1118C2);
+  return luv(even ? 903.3f * t[1] : rootCurve(t[1], truncated(128 * t[1]), 8), t, tail && t[2] == 0);
 }
 
 // ---- Inverse
 
 // By divisions.
-Triple divided(float lightness, float u, float v, float whiteU, float whiteV, float top) {
+Floats divided(float lightness, float u, float v, float whiteU, float whiteV, float top) {
   const float root = (16 + lightness) / 116, scale = 13 * lightness, uPrime = u / scale + whiteU,
               vPrime = v / scale + whiteV;
   const float y = (lightness >= ofBits(0x40FFFCED) ? root * root * root : lightness / 903.3f) * top, w = y / vPrime;
@@ -116,44 +84,44 @@ template <class T>
 Colour<T> inverse(const Colour<T>& luv, bool tail) {
   const bool bytes = sizeof(T) == 1;
   const float top = bytes ? 255 : 65535;
-  const float l = luv[0] - kOffset<T>, u = luv[1] - kOffset<T>, v = luv[2] - kOffset<T>;
+  const auto [l, u, v] = levels(luv);
   int64_t codes[3] = {};
   if (tail) {
     const float lightness = l * 100 / top;
     if (lightness >= 0.00009f) {
-      const Triple t =
+      const Floats t =
           divided(lightness, u * 354 / top - 134, v * 262 / top - 140, ofBits(0x3E4A966A), ofBits(0x3EEFCA8D), top);
-      const float half = ofBits(0x3EFFFEB0), xy = sum(0.055648f * t.x, -0.204043f * t.y, 0);
-      codes[0] = truncated(sum(half - 1.53715f * t.y, 3.240479f * t.x, -0.498535f * t.z));
-      codes[1] = truncated(sum(half + 1.875991f * t.y, -0.969256f * t.x, 0.041556f * t.z));
-      codes[2] = truncated(xy + 0.49999 + 1.057311 * t.z);
+      const float half = ofBits(0x3EFFFEB0), xy = sum(0.055648f * t[0], -0.204043f * t[1], 0);
+      codes[0] = truncated(sum(half - 1.53715f * t[1], 3.240479f * t[0], -0.498535f * t[2]));
+      codes[1] = truncated(sum(half + 1.875991f * t[1], -0.969256f * t[0], 0.041556f * t[2]));
+      codes[2] = truncated(xy + 0.49999 + 1.057311 * t[2]);
     }
   } else {
     const float unit = ofBits(bytes ? 0x3EC8C8C9 : 0x3AC800C8), unitU = bytes ? 1.3882353f : ofBits(0x3BB100B1),
                 unitV = bytes ? 1.027451f : ofBits(0x3B830083), least = ofBits(0x38BCBE62);
     float lightness = l * unit;
-    if (lightness <= least) lightness = sizeof(T) == 2 && !kOffset<T> ? (l + least) * unit : lightness + least;
+    if (lightness <= least) lightness = sizeof(T) == 2 && !kLowest<T> ? (l + least) * unit : lightness + least;
     const auto reciprocal = bytes ? estimate : refined;
     const float c = reciprocal(13 * lightness), uStar = u * unitU - 134, vStar = v * unitV - 140;
     const float uPrime = uStar * c + kWhiteU, vPrime = vStar * c + kWhiteV, root = (lightness + 16) * 0.00862069f;
     const float y = (lightness <= 7.9996247f ? 0.001107052f * lightness : root * root * root) * top;
     const float w = reciprocal(vPrime) * y, x = 2.25f * w * uPrime, thrice = w * 3, five = 5 * y, rest = thrice - five;
-    const Triple rgb = toRgb({x, y, rest - 0.33333334f * x});
-    codes[0] = truncated(rgb.x);
-    codes[1] = truncated(rgb.y);
-    codes[2] = truncated(rgb.z);
+    const Floats rgb = xyzToRgb({x, y, rest - 0.33333334f * x});
+    codes[0] = truncated(rgb[0]);
+    codes[1] = truncated(rgb[1]);
+    codes[2] = truncated(rgb[2]);
     // A difference in 32 bits, which wraps.
     for (int64_t& code : codes)
       if (!bytes) code = static_cast<int32_t>(static_cast<uint32_t>(code) - 0x8000u) + int64_t{0x8000};
   }
   Colour<T> result;
-  for (int i = 0; i < 3; ++i) result[i] = saturated<T>(codes[i] + kOffset<T>);
+  for (int i = 0; i < 3; ++i) result[i] = saturated<T>(codes[i] + kLowest<T>);
   return result;
 }
 
 Colour<float> inverse32(const Colour<float>& luv, bool) {
-  const Triple rgb = toRgb(divided(luv[0], luv[1], luv[2], kWhiteU, kWhiteV, 1));
-  return {std::clamp(rgb.x, 0.0f, 1.0f), std::clamp(rgb.y, 0.0f, 1.0f), std::clamp(rgb.z, 0.0f, 1.0f)};
+  const Floats rgb = xyzToRgb(divided(luv[0], luv[1], luv[2], kWhiteU, kWhiteV, 1));
+  return {std::clamp(rgb[0], 0.0f, 1.0f), std::clamp(rgb[1], 0.0f, 1.0f), std::clamp(rgb[2], 0.0f, 1.0f)};
 }
 
 // ---- Colours
@@ -169,8 +137,8 @@ std::vector<Colour<T>> deepCodes() {
   for (std::size_t i = 0; i < colours.size(); i += 4) {
     const int l = static_cast<int>(random() % 15000), near = static_cast<int>(random() % 3) - 1;
     const int v = std::max(0, nearest((140 - 0.468342f * 13 * l / 655.35f) * 250.13359f) + near);
-    colours[i][0] = static_cast<T>(l + kOffset<T>);
-    colours[i][2] = static_cast<T>(v + kOffset<T>);
+    colours[i][0] = static_cast<T>(l + kLowest<T>);
+    colours[i][2] = static_cast<T>(v + kLowest<T>);
   }
   return colours;
 }

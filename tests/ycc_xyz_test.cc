@@ -1,11 +1,10 @@
 // YCC and XYZ against their formulas in single steps of plain arithmetic.
-#include "support/colours.h"
+#include "support/cie.h"
 
 namespace zumtest {
 namespace {
 
 using Ints = Colour<int>;
-using Floats = Colour<float>;
 
 // ---- The formulas
 
@@ -27,15 +26,6 @@ Ints product(const Ints& c, const int (&m)[9], int bits) {
   for (int i = 0; i < 9; ++i) sums[i / 3] += m[i] * c[i % 3];
   return limited(Ints{down(sums[0], bits), down(sums[1], bits), down(sums[2], bits)});
 }
-Floats product(const Floats& c, const float (&m)[9]) {
-  Floats sums;
-  for (int i = 0; i < 9; ++i) {
-    const float term = m[i] * c[i % 3];
-    sums[i / 3] = i % 3 == 0 ? term : sums[i / 3] + term;
-  }
-  return sums;
-}
-
 Ints xyzBytes(const Ints& c, bool tail) {
   return tail ? product(c, {27030, 23434, 11824, 13937, 46868, 4729, 1267, 7811, 62274}, 16)
               : product(c, {13515, 11717, 5912, 6969, 23434, 2365, 634, 3906, 31137}, 15);
@@ -44,14 +34,6 @@ Ints rgbBytesOfXyz(const Ints& c, bool tail) {
   return tail ? product(c, {212368, -100738, -32671, -63521, 122944, 2723, 3646, -13372, 69291}, 16)
               : product(c, {26546, -12591, -4083, -7939, 15368, 340, 456, -1671, 8661}, 13);
 }
-Floats xyzOf(const Floats& c, Columns = Columns::kBlock) {
-  return product(c, {0.412453f, 0.35758f, 0.180423f, 0.212671f, 0.71516f, 0.072169f, 0.019334f, 0.119193f, 0.950227f});
-}
-Floats rgbOfXyz(const Floats& c, Columns = Columns::kBlock) {
-  return product(
-      c, {3.240479f, -1.53715f, -0.498535f, -0.969256f, 1.875991f, 0.041556f, 0.055648f, -0.204043f, 1.057311f});
-}
-
 Floats yccOf(const Floats& c, float offset1, float offset2) {
   const float r = 0.299f * c[0], g = 0.587f * c[1], b = 0.114f * c[2], rg = r + g, luma = rg + b;
   const float blue = c[2] - luma, red = c[0] - luma, c1 = blue * 0.43686f, c2 = red * 0.53192f;
@@ -110,13 +92,15 @@ constexpr float kUnitC1 = 0.6117647f, kUnitC2 = 0.5372549f;
 const Formulas kToYcc{yccBytes, yccWords, [](const Floats& c) { return yccOf(c, kUnitC1, kUnitC2); }};
 const Formulas kFromYcc{rgbBytesOfYcc, rgbWords,
                         [](const Floats& c) { return limited(rgbOfYcc(c, kUnitC1, kUnitC2)); }};
-const Formulas kToXyz{xyzBytes, xyzOf, [](const Floats& c) {
-                        const Floats xyz = xyzOf(c);
+const Formulas kToXyz{xyzBytes, [](const Floats& c, Columns) { return rgbToXyz(c); },
+                      [](const Floats& c) {
+                        const Floats xyz = rgbToXyz(c);
                         return Floats{xyz[0], xyz[1], limited(xyz[2])};
                       }};
-const Formulas kFromXyz{rgbBytesOfXyz, rgbOfXyz, [](const Floats& c) { return limited(rgbOfXyz(c)); }};
+const Formulas kFromXyz{rgbBytesOfXyz, [](const Floats& c, Columns) { return xyzToRgb(c); },
+                        [](const Floats& c) { return limited(xyzToRgb(c)); }};
 
-// ---- Colours
+// ---- Comparisons
 
 template <class T>
 Colour<T> expected(const Formulas& formulas, const Colour<T>& c, bool tail) {
@@ -126,11 +110,9 @@ Colour<T> expected(const Formulas& formulas, const Colour<T>& c, bool tail) {
     const Ints out = formulas.bytes({c[0], c[1], c[2]}, tail);
     return {static_cast<T>(out[0]), static_cast<T>(out[1]), static_cast<T>(out[2])};
   } else {
-    constexpr int kLowest = std::numeric_limits<T>::min();
-    const Columns columns = !tail ? Columns::kBlock : kLowest ? Columns::kSignedTail : Columns::kUnsignedTail;
-    const auto sample = [](T v) { return static_cast<float>(v - kLowest); };
-    const auto stored = [](float v) { return static_cast<T>(std::clamp(static_cast<int>(v), 0, 65535) + kLowest); };
-    const Floats out = formulas.words({sample(c[0]), sample(c[1]), sample(c[2])}, columns);
+    const Columns columns = !tail ? Columns::kBlock : kLowest<T> ? Columns::kSignedTail : Columns::kUnsignedTail;
+    const auto stored = [](float v) { return static_cast<T>(std::clamp(static_cast<int>(v), 0, 65535) + kLowest<T>); };
+    const Floats out = formulas.words(levels(c), columns);
     return {stored(out[0]), stored(out[1]), stored(out[2])};
   }
 }

@@ -8,6 +8,15 @@
 
 namespace zumtest {
 
+// Samples as numbers from 0 on.
+template <class T>
+constexpr int kLowest = std::is_integral_v<T> ? static_cast<int>(std::numeric_limits<T>::min()) : 0;
+template <class T>
+Colour<float> levels(const Colour<T>& c) {
+  return {static_cast<float>(c[0] - kLowest<T>), static_cast<float>(c[1] - kLowest<T>),
+          static_cast<float>(c[2] - kLowest<T>)};
+}
+
 // Compares functions with a formula of a colour and of whether it is in a column behind the last whole block. In the
 // wide rows nearly all columns are block columns, in the narrow ones none.
 template <class S, class Formula>
@@ -86,7 +95,7 @@ std::vector<Colour<T>> deepColours(int count = 1 << 18) {
       if (i % 7 == 3) v = kEdges[any() % std::size(kEdges)];
       if (i % 7 == 4) v >>= any() % 16;
       if (i % 7 == 5 && k == 2) v = 0;
-      c[k] = static_cast<T>(v + (std::is_signed_v<T> ? -32768 : 0));
+      c[k] = static_cast<T>(v + kLowest<T>);
     }
     colours.push_back(c);
   }
