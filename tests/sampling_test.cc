@@ -5,8 +5,8 @@
 namespace zumtest {
 namespace {
 
-int up(int a, int b) { return (a + b + 1) / 2; }
-int down(int a, int b) { return (a + b) / 2; }
+int meanUp(int a, int b) { return (a + b + 1) / 2; }
+int meanDown(int a, int b) { return (a + b) / 2; }
 
 void copyLuma(const Picture& src, const Picture& dst, int width, int height) {
   for (int y = 0; y < height; ++y)
@@ -51,7 +51,7 @@ struct Chroma {
   int doubled(int x, int y) const {
     const int i = x / 2;
     if (x % 2 == 0 || i == width - 1) return at(i, y);
-    return (i < (width - 1) / 16 * 16 ? up : down)(at(i, y), at(i + 1, y));
+    return (i < (width - 1) / 16 * 16 ? meanUp : meanDown)(at(i, y), at(i + 1, y));
   }
 };
 
@@ -66,7 +66,7 @@ const BlockConversion kBlockConversions[] = {
      [](const Chroma& s, int x, int y) {
        const int row = s.at(2 * x, y / 2);
        if (y % 2 == 0 || y == 2 * s.height - 1) return row;
-       return (x < s.width / 2 / 32 * 32 ? up : down)(row, s.at(2 * x, y / 2 + 1));
+       return (x < s.width / 2 / 32 * 32 ? meanUp : meanDown)(row, s.at(2 * x, y / 2 + 1));
      }},
     {"zumiYCbCr411To420_8u_P3R", [](const Chroma& s, int x, int y) { return s.doubled(x, 2 * y); }},
     {"zumiYCbCr1620To420_8u_P3R",
@@ -74,7 +74,7 @@ const BlockConversion kBlockConversions[] = {
        if (y % 2 == 0) return s.doubled(x, y / 2);
        if (y == 2 * s.height - 1) return s.at(x / 2, s.height - 1);
        const bool inBlocks = x / 2 < (s.width - 1) / 16 * 16;
-       return (inBlocks ? up : down)(s.doubled(x, y / 2), s.doubled(x, y / 2 + 1));
+       return (inBlocks ? meanUp : meanDown)(s.doubled(x, y / 2), s.doubled(x, y / 2 + 1));
      }},
 };
 
@@ -114,12 +114,12 @@ TEST(Sampling, RefusesPartsOfBlocks) {
 // ---- Deinterlacing
 
 // Rows begin to end of a plane, between pages that cannot be touched.
-class Plane {
+class GuardedPlane {
  public:
-  Plane(int slot, int width, int begin, int end, int padding = 0, int offset = 0)
+  GuardedPlane(int slot, int width, int begin, int end, int padding = 0, int offset = 0)
       : width_(width), begin_(begin), end_(end), step_(width + padding) {
     constexpr std::size_t kSize = 1 << 16;
-    static const Arena arenas[] = {Arena(kSize), Arena(kSize), Arena(kSize), Arena(kSize), Arena(kSize), Arena(kSize)};
+    static const Arena arenas[] = {Arena(kSize), Arena(kSize), Arena(kSize), Arena(kSize), Arena(kSize)};
     static std::mt19937 random(1);
     const Arena& arena = arenas[slot];
     const int length = step_ * (end - begin) - padding;
@@ -150,7 +150,7 @@ int half(int row) { return row >> 1; }
 
 // One band of a picture, and what its samples become; width and height are even.
 struct Band {
-  const Plane &y, &pairs;
+  const GuardedPlane &y, &pairs;
   int width, height, layout;
 
   bool isWhole() const { return (layout & 21) == 21; }
@@ -158,8 +158,10 @@ struct Band {
   bool isBottom() const { return isWhole() || layout == 16; }
   bool isEdge(int r) const { return (isTop() && r < 2) || (isBottom() && r >= height - 2); }
 
-  int nested(int x, int r) const { return up(up(y.at(x, r - 1), y.at(x, r)), up(y.at(x, r), y.at(x, r + 1))); }
-  int acrossFirst(int x, int r) const { return up(y.at(x, r), up(y.at(x, r - 1), y.at(x, r + 1))); }
+  int nested(int x, int r) const {
+    return meanUp(meanUp(y.at(x, r - 1), y.at(x, r)), meanUp(y.at(x, r), y.at(x, r + 1)));
+  }
+  int acrossFirst(int x, int r) const { return meanUp(y.at(x, r), meanUp(y.at(x, r - 1), y.at(x, r + 1))); }
   // Four times the result, before anything is rounded.
   int sum(int x, int r) const {
     const int c = y.at(x, r);
@@ -168,7 +170,7 @@ struct Band {
     return y.at(x, r - 1) + 2 * c + y.at(x, r + 1);
   }
   // In the first and last row.
-  int edge(int x, int r) const { return up(y.at(x, r), up(y.at(x, r), y.at(x, r == 0 ? 1 : r - 1))); }
+  int edge(int x, int r) const { return meanUp(y.at(x, r), meanUp(y.at(x, r), y.at(x, r == 0 ? 1 : r - 1))); }
 
   int packedLuma(int x, int r) const {
     if (isWhole() && isEdge(r)) return clamp((sum(x, r) + 4) / 4);
@@ -196,7 +198,7 @@ struct Band {
   int chroma(int x, int k, bool inBody) const {
     if (isWhole() && height == 2) return pairs.at(x, 0);
     const int next = pairs.at(x, isBottom() && k == height / 2 - 1 ? k - 1 : k + 1);
-    return inBody ? up(pairs.at(x, k), next) : down(pairs.at(x, k), next);
+    return inBody ? meanUp(pairs.at(x, k), next) : meanDown(pairs.at(x, k), next);
   }
 };
 
@@ -210,13 +212,13 @@ void deinterlace(int width, int height, int layout, bool aligned = false, const 
   const bool isKnown = layout == 1 || layout == 4 || layout == 16 || (layout & 21) == 21;
   const bool below = layout == 1 && h == 2;  // the packed top band reads below itself
   const int begin = layout == 4 || layout == 16 ? -2 : 0;
-  const Plane y(0, width, begin ? -3 : 0, h + below, memory.padding[0], memory.offset[0]);
-  const Plane pairs(1, w, begin / 2, h / 2 + below, memory.padding[1], memory.offset[1]);
+  const GuardedPlane y(0, width, begin ? -3 : 0, h + below, memory.padding[0], memory.offset[0]);
+  const GuardedPlane pairs(1, w, begin / 2, h / 2 + below, memory.padding[1], memory.offset[1]);
   const Band band{y, pairs, w, h, layout};
   const int end = !isKnown ? begin : band.isBottom() ? h : h - 2;
   const ZumiSize roi{width, height};
 
-  Plane packed(2, 2 * width, begin - 2, h + 2);
+  GuardedPlane packed(2, 2 * width, begin - 2, h + 2);
   for (int r = begin; r < std::max(end, layout == 1 ? 2 : end); ++r) {
     for (int x = 0; x < w; ++x) {
       packed.expect(2 * x, r, band.packedLuma(x, r));
@@ -227,9 +229,9 @@ void deinterlace(int width, int height, int layout, bool aligned = false, const 
                                                           packed.step(), roi, layout));
   ASSERT_TRUE(packed.asExpected()) << "packed " << width << " by " << height << ", layout " << layout;
 
-  Plane out[3] = {{2, width, begin - 2, h + 2, memory.padding[2], memory.offset[2]},
-                  {3, w / 2, begin / 2 - 1, h / 2 + 1, memory.padding[3], memory.offset[3]},
-                  {4, w / 2, begin / 2 - 1, h / 2 + 1, memory.padding[4], memory.offset[4]}};
+  GuardedPlane out[3] = {{2, width, begin - 2, h + 2, memory.padding[2], memory.offset[2]},
+                         {3, w / 2, begin / 2 - 1, h / 2 + 1, memory.padding[3], memory.offset[3]},
+                         {4, w / 2, begin / 2 - 1, h / 2 + 1, memory.padding[4], memory.offset[4]}};
   for (int r = begin; r < std::max(end, layout == 1 ? 1 : end); ++r)
     for (int x = 0; x < w; ++x) out[0].expect(x, r, band.planarLuma(x, r, aligned));
   for (int k = half(begin); k < half(end); ++k)
@@ -238,7 +240,7 @@ void deinterlace(int width, int height, int layout, bool aligned = false, const 
   const int dstStep[3] = {out[0].step(), out[1].step(), out[2].step()};
   ASSERT_EQ(zumOk, zumiYCbCr420ToYCrCb420_Filter_8u_P2P3R(y.data(), y.step(), pairs.data(), pairs.step(), dst, dstStep,
                                                           roi, layout));
-  for (const Plane& plane : out)
+  for (const GuardedPlane& plane : out)
     ASSERT_TRUE(plane.asExpected()) << "planar " << width << " by " << height << ", layout " << layout;
 }
 

@@ -49,8 +49,10 @@ void checkBlocks(T* (*allocate)(int)) {
       EXPECT_EQ(given, freed);
     }
   }
+  const auto normal = i_malloc;
   i_malloc = [](size_t) -> void* { return nullptr; };
   EXPECT_EQ(nullptr, allocate(1));
+  i_malloc = normal;
 }
 
 class Blocks : public testing::Test {
@@ -72,9 +74,11 @@ class Blocks : public testing::Test {
   }
 };
 
-TEST_F(Blocks, Of16s) { checkBlocks(zumsMalloc_16s); }
-TEST_F(Blocks, Of16u) { checkBlocks(zumsMalloc_16u); }
-TEST_F(Blocks, Of32f) { checkBlocks(zumsMalloc_32f); }
+TEST_F(Blocks, OfAllSamples) {
+  checkBlocks(zumsMalloc_16s);
+  checkBlocks(zumsMalloc_16u);
+  checkBlocks(zumsMalloc_32f);
+}
 TEST_F(Blocks, FreeOfNull) {
   freed = &offset;
   zumsFree(nullptr);
