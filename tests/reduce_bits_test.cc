@@ -238,19 +238,16 @@ class ReduceBits : public testing::Test {
   template <class Src, class Dst>
   using Functions = Reduction<Src, Dst>* const[4];
 
-  // With all instruction sets.
   template <class Src, class Dst>
-  static void compareOne(const Functions<Src, Dst>& functions, const Definition<Src, Dst>& definition,
-                         std::vector<Src> src) {
-    const auto& [layout, size, p, threads, q, inv, onBorders] = definition;
-    threads_omp_of_n_zum = threads;
-    const std::vector<Dst> wanted = definition(src, std::vector<Dst>(src.size(), Dst(77)));
-    onEveryInstructionSet([&, layout = layout, size = size, p = p] {
-      const std::vector<Dst> got = call(functions[layout], layout, src, size, p);
+  static void compareOne(const Functions<Src, Dst>& functions, const Definition<Src, Dst>& d, std::vector<Src> src) {
+    threads_omp_of_n_zum = d.threads;
+    const std::vector<Dst> wanted = d(src, std::vector<Dst>(src.size(), Dst(77)));
+    onEveryInstructionSet([&] {
+      const std::vector<Dst> got = call(functions[d.layout], d.layout, src, d.size, d.p);
       const auto at = std::mismatch(got.begin(), got.end(), wanted.begin()).first - got.begin();
-      ASSERT_EQ(got, wanted) << "layout " << layout << ", dither " << p.dither << ", noise " << p.noise << ", levels "
-                             << p.levels << ", " << size.width << " by " << size.height << ", threads "
-                             << definition.threads << (definition.onBorders ? ", on borders" : "") << ": sample " << at
+      ASSERT_EQ(got, wanted) << "layout " << d.layout << ", dither " << d.p.dither << ", noise " << d.p.noise
+                             << ", levels " << d.p.levels << ", " << d.size.width << " by " << d.size.height
+                             << ", threads " << d.threads << (d.onBorders ? ", on borders" : "") << ": sample " << at
                              << " of " << +src[at];
     });
   }
