@@ -49,7 +49,7 @@ T expected(const Colour<T>& c, const Weights& w, bool tail) {
 // Without weights, and where none are given, the default ones are taken.
 template <class T>
 void check(const std::string& layout, int block) {
-  const std::vector<Colour<T>> colours = anyColours<T>(1 << 14);
+  const std::vector<Colour<T>> colours = anyColours<T>(1 << 15);
   const auto compareWith = [&](const Function& function, const Weights& weights) {
     compare(function, block, colours,
             [&](const Colour<T>& c, bool tail) { return Colour<T>{expected(c, weights, tail)}; });
