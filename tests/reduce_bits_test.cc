@@ -312,16 +312,14 @@ class ReduceBits : public testing::Test {
     zumiReduceBits_##pair##_C1R, zumiReduceBits_##pair##_C3R, zumiReduceBits_##pair##_AC4R, \
         zumiReduceBits_##pair##_C4R                                                         \
   }
-#define ZUM_COMPARE(pair, mostLevels) \
-  TEST_F(ReduceBits, Definition##pair) { compare(ZUM_FUNCTIONS(pair), mostLevels); }
-ZUM_COMPARE(8u, 256)
-ZUM_COMPARE(16u, 65536)
-ZUM_COMPARE(16s, 65536)
-ZUM_COMPARE(16u8u, 256)
-ZUM_COMPARE(16s8u, 256)
-ZUM_COMPARE(32f8u, 256)
-ZUM_COMPARE(32f16u, 256)
-ZUM_COMPARE(32f16s, 256)
+TEST_F(ReduceBits, Definition8u) { compare(ZUM_FUNCTIONS(8u), 256); }
+TEST_F(ReduceBits, Definition16u) { compare(ZUM_FUNCTIONS(16u), 65536); }
+TEST_F(ReduceBits, Definition16s) { compare(ZUM_FUNCTIONS(16s), 65536); }
+TEST_F(ReduceBits, Definition16u8u) { compare(ZUM_FUNCTIONS(16u8u), 256); }
+TEST_F(ReduceBits, Definition16s8u) { compare(ZUM_FUNCTIONS(16s8u), 256); }
+TEST_F(ReduceBits, Definition32f8u) { compare(ZUM_FUNCTIONS(32f8u), 256); }
+TEST_F(ReduceBits, Definition32f16u) { compare(ZUM_FUNCTIONS(32f16u), 256); }
+TEST_F(ReduceBits, Definition32f16s) { compare(ZUM_FUNCTIONS(32f16s), 256); }
 
 TEST_F(ReduceBits, DiffusesTallImages) {
   compareTall<Zum8u, Zum8u>(ZUM_FUNCTIONS(8u), kC1);
