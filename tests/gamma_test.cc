@@ -3,6 +3,8 @@
 #include <cfenv>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
+#include <numeric>
 
 #include "support/colours.h"
 
@@ -142,6 +144,18 @@ void countedFree(void* block) {
   std::free(block);
 }
 void* noMemory(size_t) { return ++failures, nullptr; }
+
+TEST(Gamma, TableServesOddAddresses) {
+  constexpr int kWidth = 257, kHeight = 86, kBytes = kWidth * kHeight * 6;
+  std::vector<Zum16u> image(kBytes / 2 + 1);
+  std::iota(image.begin(), image.end(), Zum16u{0});
+  Zum8u* const odd = reinterpret_cast<Zum8u*>(image.data()) + 1;
+  std::vector<Zum16u> expected(kBytes / 2);
+  std::memcpy(expected.data(), odd, kBytes);
+  EXPECT_EQ(zumOk, zumiGammaFwd_16u_C3IR(reinterpret_cast<Zum16u*>(odd), kWidth * 6, {kWidth, kHeight}));
+  EXPECT_EQ(zumOk, zumiGammaFwd_16u_C3IR(expected.data(), kWidth * 6, {kWidth, kHeight}));
+  EXPECT_EQ(0, std::memcmp(expected.data(), odd, kBytes));
+}
 
 TEST(Gamma, TableIsOfMoreThan65536SamplesAndFreed) {
   constexpr int kWidth = 257;

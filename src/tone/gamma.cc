@@ -4,6 +4,7 @@
 #define HWY_TARGET_INCLUDE "tone/gamma.cc"
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <numeric>
 #include <type_traits>
 
@@ -287,20 +288,27 @@ class LevelTable {
   Zum16u* levels_;
 };
 
+// Neither sample needs to be aligned.
+void lookUp(const Zum16u* src, Zum16u* dst, const Zum16u* levels) {
+  Zum16u sample;
+  std::memcpy(&sample, src, sizeof(sample));
+  std::memcpy(dst, &levels[sample], sizeof(sample));
+}
+
 void lookUpRow(const Zum16u* src, Zum16u* dst, int width, Interleaving interleaving, const Zum16u* levels) {
   const auto pixels = static_cast<std::size_t>(width);
   if (interleaving == Interleaving::kThreeOfFour) {
     for (std::size_t i = 0; i < 4 * pixels; i += 4) {
-      for (std::size_t c = i; c < i + 3; ++c) dst[c] = levels[src[c]];
+      for (std::size_t c = i; c < i + 3; ++c) lookUp(src + c, dst + c, levels);
     }
   } else {
     constexpr std::size_t kUnrolled = 8;
     const std::size_t samples = interleaving == Interleaving::kThree ? 3 * pixels : pixels;
     std::size_t i = 0;
     for (; i + kUnrolled <= samples; i += kUnrolled) {
-      for (std::size_t k = i; k < i + kUnrolled; ++k) dst[k] = levels[src[k]];
+      for (std::size_t k = i; k < i + kUnrolled; ++k) lookUp(src + k, dst + k, levels);
     }
-    for (; i < samples; ++i) dst[i] = levels[src[i]];
+    for (; i < samples; ++i) lookUp(src + i, dst + i, levels);
   }
 }
 
