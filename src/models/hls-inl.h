@@ -19,9 +19,9 @@ namespace HWY_NAMESPACE {
 
 // The whole circle, full lightness and full saturation.
 template <class T>
-constexpr float kHlsTop = std::numeric_limits<T>::max();
+inline constexpr float kHlsTop = std::numeric_limits<T>::max();
 template <>
-constexpr float kHlsTop<float> = 1;
+inline constexpr float kHlsTop<float> = 1;
 
 // The largest channel, on a tie red before green before blue. The hue is 60 (plus - minus) / range degrees away from
 // that of this channel alone.
