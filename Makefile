@@ -3,6 +3,7 @@
 #   make demo          a gallery of pictures from a photograph: PHOTO=file for your own, GALLERY=folder for another place
 #   make test          the format check, then the tests with optimisation and again with the sanitizers
 #   make test-i386     the tests on 32-bit x86;  make test-arm64 on 64-bit Arm, by emulation
+#   make fuzz          calls that a fuzzer thinks up, for FUZZ_SECONDS: stops at the first that goes wrong
 #   make bench         the speed of every function
 #   make bench-peers   the same conversions in other libraries
 #   make performance   docs/performance.md, the speed of all this on one page, in a quarter of an hour
@@ -13,6 +14,7 @@
 PHOTO ?= /usr/share/palapeli/collection/citrus-fruits.jpg
 GALLERY ?= gallery
 JOBS ?= 2
+FUZZ_SECONDS ?= 600
 CLANG_FORMAT ?= clang-format-14
 
 sources = find include src tests bench docs examples -name '*.h' -o -name '*.c' -o -name '*.cc'
@@ -21,7 +23,7 @@ configure = cmake -S . -G Ninja -DZUM_WERROR=ON -DCMAKE_BUILD_TYPE=Release \
 build = cmake --build $(1) -j $(JOBS)
 only_library = -DZUM_BUILD_TESTS=OFF -DZUM_BUILD_EXAMPLES=OFF
 
-.PHONY: demo test test-i386 test-arm64 bench bench-peers performance package docs format check-format clean
+.PHONY: demo test test-i386 test-arm64 fuzz bench bench-peers performance package docs format check-format clean
 
 demo:
 	scripts/packages.sh build demo $(if $(filter file,$(origin PHOTO)),photo)
@@ -43,6 +45,15 @@ test-i386 test-arm64: test-%:
 	$(configure) -B build/$* --toolchain cmake/toolchains/$*.cmake -DZUM_BUILD_EXAMPLES=OFF
 	$(call build,build/$*)
 	ctest --test-dir build/$* --output-on-failure -j $(JOBS) --timeout 900
+
+fuzz:
+	scripts/packages.sh build fuzz
+	$(configure) -B build/fuzz $(only_library) -DZUM_FUZZ=ON -DCMAKE_C_COMPILER=clang-14 \
+	  -DCMAKE_CXX_COMPILER=clang++-14 -DCMAKE_CXX_FLAGS_RELEASE=-O1
+	$(call build,build/fuzz) --target zum_fuzz
+	rm -rf build/fuzz/corpus && mkdir build/fuzz/corpus
+	OMP_WAIT_POLICY=passive build/fuzz/tests/zum_fuzz -max_total_time=$(FUZZ_SECONDS) -timeout=60 -rss_limit_mb=2048 \
+	  -len_control=0 -max_len=256 -print_final_stats=1 -artifact_prefix=build/fuzz/ build/fuzz/corpus
 
 bench:
 	scripts/packages.sh build bench

@@ -9,6 +9,7 @@ declare -A groups=(
   [demo]="libturbojpeg0-dev libpng-dev"
   [photo]="palapeli-data"
   [test]="libgtest-dev"
+  [fuzz]="clang-14 libclang-rt-14-dev libomp-14-dev"
   [package]="dpkg-dev file"
   [docs]="doxygen"
   [format]="clang-format-14"

@@ -23,10 +23,6 @@ std::vector<const Function*> functionsThat(Predicate predicate) {
   return result;
 }
 
-bool checks(const Function& function, Check check) {
-  return std::count(function.traits.checks.begin(), function.traits.checks.end(), check) != 0;
-}
-
 class FunctionTest : public testing::TestWithParam<const Function*> {
  protected:
   ~FunctionTest() override {
@@ -39,12 +35,6 @@ class FunctionTest : public testing::TestWithParam<const Function*> {
     const ZumiSize minimum = function().traits.minimum;
     if (function().takesRectangle()) return {1, 1};
     return {std::max(minimum.width, function().traits.narrowest), std::max(minimum.height, 1)};
-  }
-  // The size, rounded up to one that the function takes.
-  ZumiSize accepted(ZumiSize size) const {
-    const ZumiSize multiple = function().traits.multiple;
-    return {(size.width + multiple.width - 1) / multiple.width * multiple.width,
-            (size.height + multiple.height - 1) / multiple.height * multiple.height};
   }
 
  private:
@@ -122,9 +112,9 @@ std::vector<Fault> faultsOf(const Function& function, ZumiSize size) {
   for (const Refusal& refusal : function.traits.refusals)
     faults.push_back({Check::kParameters, refusal.status, "parameter " + std::to_string(refusal.parameters[0]),
                       [&refusal](Call& call) { call.setParameters(refusal.parameters); }});
-  faults.erase(
-      std::remove_if(faults.begin(), faults.end(), [&](const Fault& fault) { return !checks(function, fault.check); }),
-      faults.end());
+  faults.erase(std::remove_if(faults.begin(), faults.end(),
+                              [&](const Fault& fault) { return !function.traits.makes(fault.check); }),
+               faults.end());
   return faults;
 }
 
@@ -157,7 +147,7 @@ TEST_P(FunctionTest, StaysInsideItsImages) {
   for (int width = smallest().width; width <= 70; width += function().traits.multiple.width) widths.push_back(width);
   for (int width : widths) {
     for (int height = smallest().height; height < smallest().height + 5; height += function().traits.multiple.height) {
-      const Case c(function(), accepted({width, height}), width + 3 * height,
+      const Case c(function(), function().accepted({width, height}), width + 3 * height,
                    kContents[(width + height) % std::size(kContents)]);
       const std::vector<Bytes> expected = tight(c);
       for (Placement::Edge edge : {Placement::kEnd, Placement::kBegin})
@@ -168,11 +158,11 @@ TEST_P(FunctionTest, StaysInsideItsImages) {
 
 TEST_P(FunctionTest, IgnoresAlignmentAndPadding) {
   const int paddings[] = {1, 5, 16, 67};
-  const bool upwardToo = !checks(function(), Check::kSteps);
+  const bool upwardToo = !function().traits.makes(Check::kSteps);
   size_t variant = 0;
   for (int width : {1, 5, 18, 37, 67, 131}) {
     if (width < smallest().width) continue;
-    const Case c(function(), accepted({width, smallest().height + 2}), variant++);
+    const Case c(function(), function().accepted({width, smallest().height + 2}), variant++);
     const std::vector<Bytes> expected = padded(c);
     for (size_t offset : {1, 2, 3, 4, 7, 8, 13, 16, 31, 32, 45, 63}) {
       Placement placement{Placement::kBegin, offset, paddings[offset % std::size(paddings)]};
@@ -189,7 +179,7 @@ TEST_P(FunctionTest, DoesNotDependOnThreads) {
   // Above the thresholds of all parallel drivers, and not divisible into equal bands.
   for (size_t variant = 0; variant < function().traits.variants.size(); ++variant) {
     if (function().traits.variants[variant].threadsShow) continue;
-    const Case c(function(), accepted({203, 199}), variant);
+    const Case c(function(), function().accepted({203, 199}), variant);
     threads_omp_of_n_zum = 1;
     const Outcome expected = run(c, {});
     for (int threads = 2; threads <= 8; ++threads) {
@@ -214,7 +204,7 @@ void repeatRow(Bytes& pixels, size_t rowBytes, size_t from) {
 }
 
 TEST_P(AnyStepTest, ReadsOneSourceRowAgain) {
-  Case c(function(), accepted({37, 8}));
+  Case c(function(), function().accepted({37, 8}));
   const Call call(function(), c.size, c.variant);
   for (size_t i = 0; i < function().planes.size(); ++i)
     if (function().planes[i].role == Role::kSource) repeatRow(c.pixels[i], call.rowBytes(i), 0);
@@ -226,7 +216,7 @@ TEST_P(AnyStepTest, ReadsOneSourceRowAgain) {
 
 TEST_P(AnyStepTest, LeavesTheLastDestinationRow) {
   if (!function().traits.rowsInOrder) return;
-  const Case c(function(), accepted({37, 8}));
+  const Case c(function(), function().accepted({37, 8}));
   const Call call(function(), c.size, c.variant);
   std::vector<Bytes> expected = padded(c);
   size_t destination = 0;
@@ -238,7 +228,7 @@ TEST_P(AnyStepTest, LeavesTheLastDestinationRow) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, AnyStepTest, testing::ValuesIn(functionsThat([](const Function& function) {
-                           return function.takesSteps() && !checks(function, Check::kSteps) &&
+                           return function.takesSteps() && !function.traits.makes(Check::kSteps) &&
                                   !function.traits.alignmentShows;
                          })),
                          [](const auto& test) { return test.param->name; });

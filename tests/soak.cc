@@ -3,8 +3,6 @@
 // once, alone and inside a parallel region.
 //
 //   zum_soak CALLS [SEED]
-#include <algorithm>
-#include <atomic>
 #include <cstdlib>
 #include <iostream>
 #include <memory>
@@ -13,26 +11,12 @@
 #include <thread>
 #include <vector>
 
+#include "support/allocator.h"
 #include "support/images.h"
 #include "support/instruction_sets.h"
 
 namespace zumtest {
 namespace {
-
-std::atomic<int64_t> blocks{0};
-std::atomic<bool> scarce{false};
-
-void* countingMalloc(size_t size) {
-  thread_local std::minstd_rand random(7);
-  if (scarce && random() % 3 == 0) return nullptr;
-  void* block = std::malloc(size);
-  if (block) ++blocks;
-  return block;
-}
-void countingFree(void* block) {
-  if (block) --blocks;
-  std::free(block);
-}
 
 class Soak {
  public:
@@ -42,27 +26,26 @@ class Soak {
   bool call() {
     const Function& function = functions()[below(functions().size())];
     const Traits& traits = function.traits;
-    const bool small = function.takesRectangle();
-    ZumiSize size{1 + static_cast<int>(below(below(8) == 0 ? 300 : 70)), 1 + static_cast<int>(below(12))};
-    size.width = roundedUp(std::max({size.width, traits.minimum.width, traits.narrowest}), traits.multiple.width);
-    size.height = roundedUp(std::max(size.height, small ? 1 : traits.minimum.height), traits.multiple.height);
-    const Case c(function, size, below(traits.variants.size()), kContents[below(std::size(kContents))]);
+    const ZumiSize size{1 + static_cast<int>(below(below(8) == 0 ? 300 : 70)), 1 + static_cast<int>(below(12))};
+    const Case c(function, function.accepted(size), below(traits.variants.size()),
+                 kContents[below(std::size(kContents))]);
 
     Placement placement{below(2) ? Placement::kBegin : Placement::kEnd, below(3) ? 0 : below(70)};
     placement.padding = below(2) ? static_cast<int>(below(20)) : 0;
-    placement.upward = !checksSteps(traits) && below(4) == 0;
+    placement.upward = !traits.makes(Check::kSteps) && below(4) == 0;
     threads_omp_of_n_zum = traits.variants.empty() || !c.variant.threadsShow ? 1 + static_cast<int>(below(4)) : 1;
 
-    scarce = below(16) == 0;
+    const uint32_t refusals = below(16) == 0 ? static_cast<uint32_t>(random_()) : 0;
     std::vector<Bytes> expected;
     for (const int64_t set : sets_) {
       useInstructionSet(set);
+      Allocator::refuse(refusals);
       const Outcome outcome = run(c, placement);
       const std::string where = describe(c, placement) + ", " + hwy::TargetName(set) + ": ";
       if (outcome.strayWrite != "") return tell(where + outcome.strayWrite);
-      if (blocks != 0) return tell(where + std::to_string(blocks) + " blocks not freed");
-      if (scarce && outcome.status == zumErrMemAlloc) continue;
-      if (outcome.status != expectedStatus(c)) return tell(where + "status " + std::to_string(outcome.status));
+      if (Allocator::blocks() != 0) return tell(where + std::to_string(Allocator::blocks()) + " blocks not freed");
+      const ZumStatus expectedNow = Allocator::refused() ? zumErrMemAlloc : expectedStatus(c);
+      if (outcome.status != expectedNow) return tell(where + "status " + std::to_string(outcome.status));
       if (expected.empty()) expected = outcome.destinations;
       const std::string different = difference(expected, outcome.destinations);
       if (different != "") return tell(where + different);
@@ -72,10 +55,6 @@ class Soak {
 
  private:
   size_t below(size_t n) { return random_() % n; }
-  static int roundedUp(int value, int multiple) { return (value + multiple - 1) / multiple * multiple; }
-  static bool checksSteps(const Traits& traits) {
-    return std::count(traits.checks.begin(), traits.checks.end(), Check::kSteps) != 0;
-  }
   static bool tell(const std::string& what) {
     std::cout << what << "\n";
     return false;
@@ -89,18 +68,14 @@ class Soak {
 
 // A call on images of its own.
 struct OwnImages {
-  explicit OwnImages(const Function& function) : call(function, accepted(function), function.traits.variants.front()) {
+  explicit OwnImages(const Function& function)
+      : call(function, function.accepted({205, 197}), function.traits.variants.front()) {
     for (size_t i = 0; i < function.planes.size(); ++i) {
       Bytes& plane = planes.emplace_back(call.tightStep(i) * call.rows(i) + 64);
       fill(plane.data(), function.planes[i].sample, plane.size() / function.planes[i].sample.bytes, 1,
            Content::kGradient, i);
       call.place(i, plane.data(), call.tightStep(i));
     }
-  }
-  static ZumiSize accepted(const Function& function) {
-    const ZumiSize multiple = function.traits.multiple;
-    return {(205 + multiple.width - 1) / multiple.width * multiple.width,
-            (197 + multiple.height - 1) / multiple.height * multiple.height};
   }
 
   Call call;
@@ -144,8 +119,7 @@ bool threadsAgree() {
 int soakMain(int argc, char** argv) {
   const int64_t calls = argc > 1 ? std::atoll(argv[1]) : 100000;
   const unsigned seed = argc > 2 ? static_cast<unsigned>(std::atoi(argv[2])) : 1;
-  i_malloc = countingMalloc;
-  i_free = countingFree;
+  Allocator::install();
   Soak soak(seed);
   for (int64_t i = 0; i < calls; ++i) {
     if (!soak.call()) {
@@ -154,7 +128,7 @@ int soakMain(int argc, char** argv) {
     }
   }
   useInstructionSet(kBestInstructionSet);
-  scarce = false;
+  Allocator::refuse(0);
   if (!threadsAgree()) return 1;
   std::cout << calls << " calls of " << functions().size() << " functions with " << instructionSets().size()
             << " instruction sets, and all of them from several threads: nothing different, written outside or lost\n";

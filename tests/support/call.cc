@@ -57,10 +57,7 @@ void Call::place(size_t plane, void* first, int step) {
 void Call::setParameters(const std::vector<double>& values) {
   size_t next = 0;
   for (size_t i = 0; i < arguments_.size(); ++i) {
-    const bool number = function_.kinds[i] == Kind::kNumber || function_.kinds[i] == Kind::kInt;
-    const bool step = std::any_of(function_.planes.begin(), function_.planes.end(),
-                                  [i](const Plane& plane) { return plane.step == i; });
-    if (!number || step) continue;
+    if (!function_.isParameter(i)) continue;
     arguments_[i].number = next < values.size() ? values[next] : kParameter;
     ++next;
   }
@@ -68,6 +65,14 @@ void Call::setParameters(const std::vector<double>& values) {
 
 void Call::setSize(ZumiSize size) {
   for (Argument& argument : arguments_) argument.size = size;
+}
+
+void Call::setTable(const void* values) {
+  for (size_t i = 0; i < arguments_.size(); ++i) {
+    const bool image = std::any_of(function_.planes.begin(), function_.planes.end(),
+                                   [i](const Plane& plane) { return plane.pointer == i; });
+    if (function_.kinds[i] == Kind::kSource && !image) arguments_[i].pointer = const_cast<void*>(values);
+  }
 }
 
 void Call::setStep(const Plane& plane, int step) {

@@ -25,6 +25,7 @@ class Call {
   void place(size_t plane, void* first, int step);
   void setParameters(const std::vector<double>& values);
   void setSize(ZumiSize size);
+  void setTable(const void* values);
   void setNull(size_t argument) { arguments_[argument].pointer = nullptr; }
   void setNull(const Plane& plane) { planeArrays_[plane.pointer][plane.pointerEntry] = nullptr; }
   void setStep(const Plane& plane, int step);

@@ -162,6 +162,11 @@ size_t Plane::rows(ZumiSize size) const {
 
 bool Function::takesRectangle() const { return std::count(kinds.begin(), kinds.end(), Kind::kRect) != 0; }
 
+bool Function::isParameter(size_t argument) const {
+  return (kinds[argument] == Kind::kNumber || kinds[argument] == Kind::kInt) &&
+         std::none_of(planes.begin(), planes.end(), [&](const Plane& plane) { return plane.step == argument; });
+}
+
 bool Function::takesSteps() const {
   return std::any_of(planes.begin(), planes.end(), [](const Plane& p) { return p.step != Plane::kNone; });
 }
@@ -170,6 +175,13 @@ bool Function::worksInPlace() const {
   return planes.size() == 2 && !takesRectangle() && planes[0].role == Role::kSource &&
          planes[1].role == Role::kDestination && planes[0].sample.bytes == planes[1].sample.bytes &&
          planes[0].samplesPerColumn == planes[1].samplesPerColumn;
+}
+
+ZumiSize Function::accepted(ZumiSize size) const {
+  const ZumiSize least = takesRectangle() ? ZumiSize{1, 1} : traits.minimum;
+  const auto roundedUp = [](int value, int multiple) { return (value + multiple - 1) / multiple * multiple; };
+  return {roundedUp(std::max({size.width, least.width, traits.narrowest}), traits.multiple.width),
+          roundedUp(std::max({size.height, least.height, 1}), traits.multiple.height)};
 }
 
 const std::vector<Function>& functions() {

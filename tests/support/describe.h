@@ -59,9 +59,12 @@ struct Function {
   std::function<ZumStatus(const Argument*)> invoke;
 
   bool takesRectangle() const;
+  bool isParameter(size_t argument) const;  // a number that is no step
   bool takesSteps() const;
   // One interleaved image of the same layout on each side, so that they may be the same image.
   bool worksInPlace() const;
+  // The size, or the next one that the function converts.
+  ZumiSize accepted(ZumiSize size) const;
 };
 
 // All the functions that take an image, in the order of the list.

@@ -55,14 +55,20 @@ Arena& arena(size_t index, size_t size) {
   return *arenas[index];
 }
 
-// Says which call touched a guard page before the process goes.
+// Says which call touched a guard page before the process goes, or whoever else looks after that is told.
 std::string placedCall;
+struct sigaction otherHandlers[2];
 void reportFault(int signal) {
   const char text[] = "\nFault in the call of ";
   (void)!write(STDERR_FILENO, text, sizeof text - 1);
   (void)!write(STDERR_FILENO, placedCall.c_str(), placedCall.size());
   (void)!write(STDERR_FILENO, "\n", 1);
-  ::signal(signal, SIG_DFL);
+  sigaction(signal, &otherHandlers[signal == SIGBUS], nullptr);
+}
+bool reportFaults() {
+  struct sigaction own {};
+  own.sa_handler = reportFault;
+  return sigaction(SIGSEGV, &own, &otherHandlers[0]) == 0 && sigaction(SIGBUS, &own, &otherHandlers[1]) == 0;
 }
 
 }  // namespace
@@ -100,7 +106,9 @@ void fill(void* samples, Sample sample, size_t columns, size_t rows, Content con
 }
 
 Case::Case(const Function& f, ZumiSize s, size_t v, Content c)
-    : function(f), size(s), variant(f.traits.variants[v % f.traits.variants.size()]), content(c) {
+    : Case(f, s, f.traits.variants[v % f.traits.variants.size()], c) {}
+
+Case::Case(const Function& f, ZumiSize s, const Variant& v, Content c) : function(f), size(s), variant(v), content(c) {
   const Call call(f, size, variant);
   for (size_t i = 0; i < f.planes.size(); ++i) {
     const Sample sample = f.planes[i].sample;
@@ -140,7 +148,7 @@ PlacedCall::PlacedCall(const Case& c, const Placement& placement)
     place.before.assign(const_cast<const uint8_t*>(place.window), windowEnd);
   }
 
-  static const bool reports = [] { return ::signal(SIGSEGV, reportFault), ::signal(SIGBUS, reportFault), true; }();
+  static const bool reports = reportFaults();
   (void)reports;
   placedCall = describe(c, placement);
 }

@@ -39,6 +39,7 @@ void fill(void* samples, Sample sample, size_t columns, size_t rows, Content con
 // the destinations before the call.
 struct Case {
   Case(const Function& f, ZumiSize s, size_t v = 0, Content c = Content::kNoise);
+  Case(const Function& f, ZumiSize s, const Variant& v, Content c);
 
   const Function& function;
   ZumiSize size;

@@ -1,6 +1,7 @@
 // What is particular to a function and cannot be read from its name or its declaration.
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,8 @@ struct Traits {
   bool alignmentShows = false;    // the result depends on the address of the source
   bool estimates = false;         // uses the processor's reciprocal estimate
   bool tightShows = false;        // images without padding are converted in another way
+
+  bool makes(Check check) const { return std::count(checks.begin(), checks.end(), check) != 0; }
 };
 
 Traits traitsOf(const std::string& function);
