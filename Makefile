@@ -53,7 +53,7 @@ fuzz:
 	$(call build,build/fuzz) --target zum_fuzz
 	rm -rf build/fuzz/corpus && mkdir build/fuzz/corpus
 	OMP_WAIT_POLICY=passive build/fuzz/tests/zum_fuzz -max_total_time=$(FUZZ_SECONDS) -timeout=60 -rss_limit_mb=2048 \
-	  -len_control=0 -max_len=256 -print_final_stats=1 -artifact_prefix=build/fuzz/ build/fuzz/corpus
+	  -len_control=0 -reduce_inputs=0 -max_len=256 -print_final_stats=1 -artifact_prefix=build/fuzz/ build/fuzz/corpus
 
 bench:
 	scripts/packages.sh build bench
