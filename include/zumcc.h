@@ -3,7 +3,8 @@
  *
  * Every function converts a rectangle of pixels from one representation to another. The result of each is defined to
  * the last bit: it is the same with every instruction set and at every alignment. (Where a function's documentation
- * names the processor's reciprocal estimate, that estimate is part of the definition.)
+ * names the processor's reciprocal estimate, that estimate is part of the definition. Single-precision results that
+ * are no number are NaNs of any bits.)
  *
  * How to read a name: zumiRGBToYCbCr420_8u_C3P3R is
  *
