@@ -22,8 +22,10 @@ declare -A groups=(
 missing=()
 for group in "$@"; do
   for package in ${groups[$group]:?"no such group: $group"}; do
-    state=$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null || true)
-    [[ $state == installed ]] || missing+=("$package")
+    # Of a package that is there for several architectures, the one that is meant; some are for all of them.
+    [[ $package == *:* ]] && architecture=${package#*:} || architecture=$(dpkg --print-architecture)
+    dpkg-query -W -f='${db:Status-Status} ${Architecture}\n' "$package" 2>/dev/null |
+      grep -Eqx "installed ($architecture|all)" || missing+=("$package")
   done
 done
 [[ ${#missing[@]} -gt 0 ]] || exit 0
