@@ -26,6 +26,10 @@ struct Named {
 #define NAMED(function) \
   { #function, function }
 
+// Brown for gray: a colour twist, a row for each channel, the offset behind the weights.
+inline constexpr std::array<Zum32f, 12> kSepia = {0.393f, 0.769f, 0.189f, 0,      0.349f, 0.686f,
+                                                  0.168f, 0,      0.272f, 0.534f, 0.131f, 0};
+
 // The three planes of a luma-chroma image, chroma at its own size, in the form that the library takes.
 struct Planes {
   Planes(ZumiSize luma, ZumiSize chroma)

@@ -25,10 +25,10 @@ Picture asGray(const Picture& picture, int index) {
 }
 
 Picture twisted(Exhibition& show, const Picture& photo) {
-  const Zum32f sepia[12] = {0.393f, 0.769f, 0.189f, 0, 0.349f, 0.686f, 0.168f, 0, 0.272f, 0.534f, 0.131f, 0};
   Picture result(photo.width, photo.height, 3);
   show.convert("zumiColorTwist32f_8u_C3R", [&] {
-    return zumiColorTwist32f_8u_C3R(photo.data(), photo.step(), result.data(), result.step(), photo.size(), sepia);
+    return zumiColorTwist32f_8u_C3R(photo.data(), photo.step(), result.data(), result.step(), photo.size(),
+                                    kSepia.data());
   });
   return result;
 }

@@ -20,7 +20,7 @@ void gamma(Exhibition& show) {
 
 struct Twist {
   const char* caption;
-  Zum32f matrix[12];  // a row for each channel, the offset behind the weights
+  std::array<Zum32f, 12> matrix;  // a row for each channel, the offset behind the weights
 };
 
 // Gray by the weights of luma at 0, the photograph at 1.
@@ -33,7 +33,7 @@ constexpr Twist saturation(const char* caption, float s) {
   return twist;
 }
 constexpr Twist kTwists[] = {
-    {"Sepia", {0.393f, 0.769f, 0.189f, 0, 0.349f, 0.686f, 0.168f, 0, 0.272f, 0.534f, 0.131f, 0}},
+    {"Sepia", kSepia},
     saturation("Less saturation", 0.4f),
     saturation("More saturation", 1.8f),
 };
@@ -44,7 +44,7 @@ void colourTwist(Exhibition& show) {
     Picture twisted(photo.width, photo.height, 3);
     show.convert("zumiColorTwist32f_8u_C3R", [&] {
       return zumiColorTwist32f_8u_C3R(photo.data(), photo.step(), twisted.data(), twisted.step(), photo.size(),
-                                      twist.matrix);
+                                      twist.matrix.data());
     });
     show.hang(twist.caption, std::move(twisted));
   }

@@ -26,4 +26,10 @@
   const Destination dst{pDst, dstStep};           \
   return __VA_ARGS__;
 
+// A row kernel that one function alone has, for ZUM_KERNEL in its row of the table.
+#define ZUM_ROW_KERNEL(kernel) \
+  namespace zum {              \
+  HWY_EXPORT(kernel);          \
+  }
+
 #endif

@@ -251,6 +251,7 @@ ZumStatus zumiYUV420ToBGR_8u_P3C3R(const Zum8u* const pSrc[3], const int srcStep
   serialRowPairs(ZUM_KERNEL(ownYUV420ToBGR_8u_P3C3R), src.rows(), dst.rows(), roi);
   return roi.width / 2 % 2 || roi.height / 2 % 2 ? zumWrnOddSize : zumOk;
 }
+
 ZUM_EXPORT_WITH(zumiYCrCb420ToBGR_Filter_8u_P3C4R, ExchangedChroma<const Zum8u>, Pixels<Zum8u>, Zum8u alpha,
                 convertRowPairs(ZUM_KERNEL(innerYCrCb420ToBGR_Filter_8u_P3C4R), src, dst, roi, alpha))
 

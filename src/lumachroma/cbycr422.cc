@@ -205,6 +205,7 @@ ZumStatus zumiRGBToCbYCr422Gamma_8u_C3C2R(const Zum8u* pSrc, int srcStep, Zum8u*
   serialRows(ZUM_KERNEL(myRGBToCbYCr422Gamma_8u_C3C2R), src.rows(), dst.rows(), roi);
   return zumOk;
 }
+
 ZUM_EXPORT(zumiBGRToCbYCr422_8u_AC4C2R, Pixels<const Zum8u>, Pixels<Zum8u>,
            convertRows(ZUM_KERNEL(myBGRToCbYCr422_8u_AC4C2R), src, dst, roi))
 ZUM_EXPORT(zumiCbYCr422ToRGB_8u_C2C3R, Pixels<const Zum8u>, Pixels<Zum8u>,

@@ -22,7 +22,6 @@ using P3 = Planes3<Zum8u>;
 using Bgr = Reversed<C3>;
 using Bgra = Reversed<Packed4>;
 using YCbCrC2 = Packed422<ChromaOrder::CbCr>;
-using YCrCbC2 = Packed422<ChromaOrder::CrCb>;
 using CbYCrC2 = Packed422<ChromaOrder::CbCr, FirstByte::kChroma>;
 using P3Row = PlaneRow<const Zum8u, 3>;
 using P3Target = PlaneRow<Zum8u, 3>;

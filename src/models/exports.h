@@ -25,9 +25,7 @@ inline auto inSamples(const Pixels<Zum16s>& given) { return fromLowest(given.bas
 
 // An exported function, by its row kernel. For use where HWY_EXPORT is.
 #define ZUM_MODEL_FUNCTION(name, kernel, T)    \
-  namespace zum {                              \
-  HWY_EXPORT(kernel);                          \
-  }                                            \
+  ZUM_ROW_KERNEL(kernel)                       \
   ZUM_EXPORT(name, Pixels<const T>, Pixels<T>, \
              convertRowsInParallel(ZUM_KERNEL(kernel), inSamples(src), inSamples(dst), roi))
 

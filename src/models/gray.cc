@@ -163,9 +163,7 @@ auto weightsFor(const Zum32f* given) {
 
 // The function with the default weights and the one with the caller's, by their row kernel.
 #define ZUM_GRAY_FUNCTIONS(name, weightedName, kernel, T)                                                  \
-  namespace zum {                                                                                          \
-  HWY_EXPORT(kernel);                                                                                      \
-  }                                                                                                        \
+  ZUM_ROW_KERNEL(kernel)                                                                                   \
   ZUM_EXPORT(name, Pixels<const T>, Pixels<T>,                                                             \
              convertRows(ZUM_KERNEL(kernel), inSamples(src), inSamples(dst), roi, weightsFor<T>(nullptr))) \
   ZUM_EXPORT_WITH(weightedName, Pixels<const T>, Pixels<T>, const Zum32f* pWeights,                        \

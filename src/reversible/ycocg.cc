@@ -234,31 +234,6 @@ HWY_AFTER_NAMESPACE();
 namespace zum {
 namespace {
 
-HWY_EXPORT(innerBGRToYCoCg_8u16s_C3P3R);
-HWY_EXPORT(innerBGRToYCoCg_8u16s_C4P3R);
-HWY_EXPORT(innerYCoCgToBGR_16s8u_P3C3R);
-HWY_EXPORT(innerYCoCgToBGR_16s8u_P3C4R);
-HWY_EXPORT(innerSBGRToYCoCg_16s_C3P3R);
-HWY_EXPORT(innerSBGRToYCoCg_16s_C4P3R);
-HWY_EXPORT(innerYCoCgToSBGR_16s_P3C3R);
-HWY_EXPORT(innerYCoCgToSBGR_16s_P3C4R);
-HWY_EXPORT(innerSBGRToYCoCg_16s32s_C3P3R);
-HWY_EXPORT(innerSBGRToYCoCg_16s32s_C4P3R);
-HWY_EXPORT(innerYCoCgToSBGR_32s16s_P3C3R);
-HWY_EXPORT(innerYCoCgToSBGR_32s16s_P3C4R);
-HWY_EXPORT(innerBGRToYCoCg_Rev_8u16s_C3P3R);
-HWY_EXPORT(innerBGRToYCoCg_Rev_8u16s_C4P3R);
-HWY_EXPORT(innerYCoCgToBGR_Rev_16s8u_P3C3R);
-HWY_EXPORT(innerYCoCgToBGR_Rev_16s8u_P3C4R);
-HWY_EXPORT(innerSBGRToYCoCg_Rev_16s_C3P3R);
-HWY_EXPORT(innerSBGRToYCoCg_Rev_16s_C4P3R);
-HWY_EXPORT(innerYCoCgToSBGR_Rev_16s_P3C3R);
-HWY_EXPORT(innerYCoCgToSBGR_Rev_16s_P3C4R);
-HWY_EXPORT(innerSBGRToYCoCg_Rev_16s32s_C3P3R);
-HWY_EXPORT(innerSBGRToYCoCg_Rev_16s32s_C4P3R);
-HWY_EXPORT(innerYCoCgToSBGR_Rev_32s16s_P3C3R);
-HWY_EXPORT(innerYCoCgToSBGR_Rev_32s16s_P3C4R);
-
 // No size is an error here: an image without pixels is converted as such.
 template <class Kernel, class Src, class Dst, class... Parameters>
 ZumStatus convert(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi, Parameters... parameters) {
@@ -270,53 +245,42 @@ ZumStatus convert(Kernel* kernel, const Src& src, const Dst& dst, ZumiSize roi, 
 }  // namespace
 }  // namespace zum
 
-ZUM_EXPORT(zumiBGRToYCoCg_8u16s_C3P3R, Pixels<const Zum8u>, ThreePlanes<Zum16s>,
-           convert(ZUM_KERNEL(innerBGRToYCoCg_8u16s_C3P3R), src, dst, roi))
-ZUM_EXPORT(zumiBGRToYCoCg_8u16s_C4P3R, Pixels<const Zum8u>, ThreePlanes<Zum16s>,
-           convert(ZUM_KERNEL(innerBGRToYCoCg_8u16s_C4P3R), src, dst, roi))
-ZUM_EXPORT(zumiYCoCgToBGR_16s8u_P3C3R, ThreePlanes<const Zum16s>, Pixels<Zum8u>,
-           convert(ZUM_KERNEL(innerYCoCgToBGR_16s8u_P3C3R), src, dst, roi))
-ZUM_EXPORT_WITH(zumiYCoCgToBGR_16s8u_P3C4R, ThreePlanes<const Zum16s>, Pixels<Zum8u>, Zum8u fourth,
-                convert(ZUM_KERNEL(innerYCoCgToBGR_16s8u_P3C4R), src, dst, roi, fourth))
-ZUM_EXPORT(zumiSBGRToYCoCg_16s_C3P3R, Pixels<const Zum16s>, ThreePlanes<Zum16s>,
-           convert(ZUM_KERNEL(innerSBGRToYCoCg_16s_C3P3R), src, dst, roi))
-ZUM_EXPORT(zumiSBGRToYCoCg_16s_C4P3R, Pixels<const Zum16s>, ThreePlanes<Zum16s>,
-           convert(ZUM_KERNEL(innerSBGRToYCoCg_16s_C4P3R), src, dst, roi))
-ZUM_EXPORT(zumiYCoCgToSBGR_16s_P3C3R, ThreePlanes<const Zum16s>, Pixels<Zum16s>,
-           convert(ZUM_KERNEL(innerYCoCgToSBGR_16s_P3C3R), src, dst, roi))
-ZUM_EXPORT_WITH(zumiYCoCgToSBGR_16s_P3C4R, ThreePlanes<const Zum16s>, Pixels<Zum16s>, Zum16s fourth,
-                convert(ZUM_KERNEL(innerYCoCgToSBGR_16s_P3C4R), src, dst, roi, fourth))
-ZUM_EXPORT(zumiSBGRToYCoCg_16s32s_C3P3R, Pixels<const Zum16s>, ThreePlanes<Zum32s>,
-           convert(ZUM_KERNEL(innerSBGRToYCoCg_16s32s_C3P3R), src, dst, roi))
-ZUM_EXPORT(zumiSBGRToYCoCg_16s32s_C4P3R, Pixels<const Zum16s>, ThreePlanes<Zum32s>,
-           convert(ZUM_KERNEL(innerSBGRToYCoCg_16s32s_C4P3R), src, dst, roi))
-ZUM_EXPORT(zumiYCoCgToSBGR_32s16s_P3C3R, ThreePlanes<const Zum32s>, Pixels<Zum16s>,
-           convert(ZUM_KERNEL(innerYCoCgToSBGR_32s16s_P3C3R), src, dst, roi))
-ZUM_EXPORT_WITH(zumiYCoCgToSBGR_32s16s_P3C4R, ThreePlanes<const Zum32s>, Pixels<Zum16s>, Zum16s fourth,
-                convert(ZUM_KERNEL(innerYCoCgToSBGR_32s16s_P3C4R), src, dst, roi, fourth))
-ZUM_EXPORT(zumiBGRToYCoCg_Rev_8u16s_C3P3R, Pixels<const Zum8u>, ThreePlanes<Zum16s>,
-           convert(ZUM_KERNEL(innerBGRToYCoCg_Rev_8u16s_C3P3R), src, dst, roi))
-ZUM_EXPORT(zumiBGRToYCoCg_Rev_8u16s_C4P3R, Pixels<const Zum8u>, ThreePlanes<Zum16s>,
-           convert(ZUM_KERNEL(innerBGRToYCoCg_Rev_8u16s_C4P3R), src, dst, roi))
-ZUM_EXPORT(zumiYCoCgToBGR_Rev_16s8u_P3C3R, ThreePlanes<const Zum16s>, Pixels<Zum8u>,
-           convert(ZUM_KERNEL(innerYCoCgToBGR_Rev_16s8u_P3C3R), src, dst, roi))
-ZUM_EXPORT_WITH(zumiYCoCgToBGR_Rev_16s8u_P3C4R, ThreePlanes<const Zum16s>, Pixels<Zum8u>, Zum8u fourth,
-                convert(ZUM_KERNEL(innerYCoCgToBGR_Rev_16s8u_P3C4R), src, dst, roi, fourth))
-ZUM_EXPORT(zumiSBGRToYCoCg_Rev_16s_C3P3R, Pixels<const Zum16s>, ThreePlanes<Zum16s>,
-           convert(ZUM_KERNEL(innerSBGRToYCoCg_Rev_16s_C3P3R), src, dst, roi))
-ZUM_EXPORT(zumiSBGRToYCoCg_Rev_16s_C4P3R, Pixels<const Zum16s>, ThreePlanes<Zum16s>,
-           convert(ZUM_KERNEL(innerSBGRToYCoCg_Rev_16s_C4P3R), src, dst, roi))
-ZUM_EXPORT(zumiYCoCgToSBGR_Rev_16s_P3C3R, ThreePlanes<const Zum16s>, Pixels<Zum16s>,
-           convert(ZUM_KERNEL(innerYCoCgToSBGR_Rev_16s_P3C3R), src, dst, roi))
-ZUM_EXPORT_WITH(zumiYCoCgToSBGR_Rev_16s_P3C4R, ThreePlanes<const Zum16s>, Pixels<Zum16s>, Zum16s fourth,
-                convert(ZUM_KERNEL(innerYCoCgToSBGR_Rev_16s_P3C4R), src, dst, roi, fourth))
-ZUM_EXPORT(zumiSBGRToYCoCg_Rev_16s32s_C3P3R, Pixels<const Zum16s>, ThreePlanes<Zum32s>,
-           convert(ZUM_KERNEL(innerSBGRToYCoCg_Rev_16s32s_C3P3R), src, dst, roi))
-ZUM_EXPORT(zumiSBGRToYCoCg_Rev_16s32s_C4P3R, Pixels<const Zum16s>, ThreePlanes<Zum32s>,
-           convert(ZUM_KERNEL(innerSBGRToYCoCg_Rev_16s32s_C4P3R), src, dst, roi))
-ZUM_EXPORT(zumiYCoCgToSBGR_Rev_32s16s_P3C3R, ThreePlanes<const Zum32s>, Pixels<Zum16s>,
-           convert(ZUM_KERNEL(innerYCoCgToSBGR_Rev_32s16s_P3C3R), src, dst, roi))
-ZUM_EXPORT_WITH(zumiYCoCgToSBGR_Rev_32s16s_P3C4R, ThreePlanes<const Zum32s>, Pixels<Zum16s>, Zum16s fourth,
-                convert(ZUM_KERNEL(innerYCoCgToSBGR_Rev_32s16s_P3C4R), src, dst, roi, fourth))
+// The exported functions: name, row kernel, type of the source's samples, of the destination's.
+
+#define ZUM_TO_YCOCG(name, kernel, T, U) \
+  ZUM_ROW_KERNEL(kernel)                 \
+  ZUM_EXPORT(name, Pixels<const T>, ThreePlanes<U>, convert(ZUM_KERNEL(kernel), src, dst, roi))
+ZUM_TO_YCOCG(zumiBGRToYCoCg_8u16s_C3P3R, innerBGRToYCoCg_8u16s_C3P3R, Zum8u, Zum16s)
+ZUM_TO_YCOCG(zumiBGRToYCoCg_8u16s_C4P3R, innerBGRToYCoCg_8u16s_C4P3R, Zum8u, Zum16s)
+ZUM_TO_YCOCG(zumiSBGRToYCoCg_16s_C3P3R, innerSBGRToYCoCg_16s_C3P3R, Zum16s, Zum16s)
+ZUM_TO_YCOCG(zumiSBGRToYCoCg_16s_C4P3R, innerSBGRToYCoCg_16s_C4P3R, Zum16s, Zum16s)
+ZUM_TO_YCOCG(zumiSBGRToYCoCg_16s32s_C3P3R, innerSBGRToYCoCg_16s32s_C3P3R, Zum16s, Zum32s)
+ZUM_TO_YCOCG(zumiSBGRToYCoCg_16s32s_C4P3R, innerSBGRToYCoCg_16s32s_C4P3R, Zum16s, Zum32s)
+ZUM_TO_YCOCG(zumiBGRToYCoCg_Rev_8u16s_C3P3R, innerBGRToYCoCg_Rev_8u16s_C3P3R, Zum8u, Zum16s)
+ZUM_TO_YCOCG(zumiBGRToYCoCg_Rev_8u16s_C4P3R, innerBGRToYCoCg_Rev_8u16s_C4P3R, Zum8u, Zum16s)
+ZUM_TO_YCOCG(zumiSBGRToYCoCg_Rev_16s_C3P3R, innerSBGRToYCoCg_Rev_16s_C3P3R, Zum16s, Zum16s)
+ZUM_TO_YCOCG(zumiSBGRToYCoCg_Rev_16s_C4P3R, innerSBGRToYCoCg_Rev_16s_C4P3R, Zum16s, Zum16s)
+ZUM_TO_YCOCG(zumiSBGRToYCoCg_Rev_16s32s_C3P3R, innerSBGRToYCoCg_Rev_16s32s_C3P3R, Zum16s, Zum32s)
+ZUM_TO_YCOCG(zumiSBGRToYCoCg_Rev_16s32s_C4P3R, innerSBGRToYCoCg_Rev_16s32s_C4P3R, Zum16s, Zum32s)
+
+#define ZUM_FROM_YCOCG(name, kernel, T, U) \
+  ZUM_ROW_KERNEL(kernel)                   \
+  ZUM_EXPORT(name, ThreePlanes<const T>, Pixels<U>, convert(ZUM_KERNEL(kernel), src, dst, roi))
+ZUM_FROM_YCOCG(zumiYCoCgToBGR_16s8u_P3C3R, innerYCoCgToBGR_16s8u_P3C3R, Zum16s, Zum8u)
+ZUM_FROM_YCOCG(zumiYCoCgToSBGR_16s_P3C3R, innerYCoCgToSBGR_16s_P3C3R, Zum16s, Zum16s)
+ZUM_FROM_YCOCG(zumiYCoCgToSBGR_32s16s_P3C3R, innerYCoCgToSBGR_32s16s_P3C3R, Zum32s, Zum16s)
+ZUM_FROM_YCOCG(zumiYCoCgToBGR_Rev_16s8u_P3C3R, innerYCoCgToBGR_Rev_16s8u_P3C3R, Zum16s, Zum8u)
+ZUM_FROM_YCOCG(zumiYCoCgToSBGR_Rev_16s_P3C3R, innerYCoCgToSBGR_Rev_16s_P3C3R, Zum16s, Zum16s)
+ZUM_FROM_YCOCG(zumiYCoCgToSBGR_Rev_32s16s_P3C3R, innerYCoCgToSBGR_Rev_32s16s_P3C3R, Zum32s, Zum16s)
+
+#define ZUM_FROM_YCOCG_AND_FOURTH(name, kernel, T, U) \
+  ZUM_ROW_KERNEL(kernel)                              \
+  ZUM_EXPORT_WITH(name, ThreePlanes<const T>, Pixels<U>, U fourth, convert(ZUM_KERNEL(kernel), src, dst, roi, fourth))
+ZUM_FROM_YCOCG_AND_FOURTH(zumiYCoCgToBGR_16s8u_P3C4R, innerYCoCgToBGR_16s8u_P3C4R, Zum16s, Zum8u)
+ZUM_FROM_YCOCG_AND_FOURTH(zumiYCoCgToSBGR_16s_P3C4R, innerYCoCgToSBGR_16s_P3C4R, Zum16s, Zum16s)
+ZUM_FROM_YCOCG_AND_FOURTH(zumiYCoCgToSBGR_32s16s_P3C4R, innerYCoCgToSBGR_32s16s_P3C4R, Zum32s, Zum16s)
+ZUM_FROM_YCOCG_AND_FOURTH(zumiYCoCgToBGR_Rev_16s8u_P3C4R, innerYCoCgToBGR_Rev_16s8u_P3C4R, Zum16s, Zum8u)
+ZUM_FROM_YCOCG_AND_FOURTH(zumiYCoCgToSBGR_Rev_16s_P3C4R, innerYCoCgToSBGR_Rev_16s_P3C4R, Zum16s, Zum16s)
+ZUM_FROM_YCOCG_AND_FOURTH(zumiYCoCgToSBGR_Rev_32s16s_P3C4R, innerYCoCgToSBGR_Rev_32s16s_P3C4R, Zum32s, Zum16s)
 
 #endif  // HWY_ONCE
